@@ -1,0 +1,204 @@
+// `Viewer` ("QuillView"): views, drawing, registrations, menus, tools, selection and modal state.
+#pragma once
+
+#include "table_macros.h"
+#include "types.h"
+
+namespace quillon {
+
+// Positions in menus and toolbars: 0 is the first place; a position beyond the end means the end.
+inline constexpr std::uint16_t kMenuEnd = 9999;
+
+using ExecuteProc = void (*)(void* clientData);
+using ComputeProc = Boolean (*)(void* clientData);
+using DocViewEnumProc = Boolean (*)(DocView view, void* clientData);
+
+// The host's part of an annotation handler. Word 0 is the record's size in bytes; unlisted words
+// are null. The record stays the plug-in's and must live until the process ends.
+struct AnnotHandlerRecord {
+  std::uint32_t size;
+  std::uint32_t flags;
+  Callback click;          // Boolean (record, annot, page view, x, y, modifiers, click count)
+  Callback adjustCursor;   // Boolean (record, annot, page view, x, y)
+  Callback unused4;
+  Callback unused5;
+  Callback deselected;     // void (record, annot, page view)
+  Callback selected;       // void (record, annot, page view)
+  Callback draw;           // void (record, annot, page view)
+  Callback unused9;
+  Callback getType;        // Atom (record): the annotation subtype served
+  Callback unused11;
+  Callback properties;     // void (record, annot, doc view)
+  Callback keyDown;        // Boolean (record, annot, key, modifiers)
+  Callback getLayer;       // Fixed (record)
+  Callback cursorEnter;    // void (record, annot, page view)
+  Callback cursorLeave;    // void (record, annot, page view)
+  Callback unused17;
+};
+
+// The host's part of a tool.
+struct ToolRecord {
+  std::uint32_t size;
+  Callback activate;       // void (record, Boolean persistent)
+  Callback deactivate;     // void (record)
+  Callback click;          // Boolean (record, page view, x, y, modifiers, click count)
+  Callback adjustCursor;   // Boolean (record, page view, x, y)
+  Callback keyDown;        // Boolean (record, key, modifiers)
+  Callback getType;        // Atom (record)
+  Callback isPersistent;   // Boolean (record)
+  Callback unused8;
+  ComputeProc computeEnabled;
+  void* computeEnabledData;
+};
+
+// What performs one type of action (ISO 32000-1, 12.6). Unused slots are null.
+struct ActionHandlerRecord {
+  std::uint32_t size;
+  void (*perform)(ActionHandle action, DocView view);
+  void (*edit)(ActionHandle action, DocView view);
+  void (*reserved)();
+  std::uint32_t (*typeDescription)(ActionHandle action, char* buffer, std::uint32_t size);
+  std::uint32_t (*buttonLabel)(ActionHandle action, char* buffer, std::uint32_t size);
+  std::uint32_t (*firstLine)(ActionHandle action, char* buffer, std::uint32_t size);
+  std::uint32_t (*secondLine)(ActionHandle action, char* buffer, std::uint32_t size);
+  Callback unused9;
+};
+
+// Who takes data of one type that reaches the viewer.
+struct DataHandlerRecord {
+  std::uint32_t size;
+  Boolean (*open)(const void* data, std::uint32_t length, DocView view);
+};
+
+#if UINTPTR_MAX == 0xFFFFFFFFu
+static_assert(sizeof(AnnotHandlerRecord) == 72 && sizeof(ToolRecord) == 44 &&
+              sizeof(ActionHandlerRecord) == 36 && sizeof(DataHandlerRecord) == 8);
+#endif
+
+// Who owns selections of one type. Every routine may be null.
+struct SelectionServerRecord {
+  std::uint32_t size;
+  Atom (*getType)();
+  void (*gained)(DocView view, void* data);
+  void (*lost)(DocView view, void* data, Boolean highlighted);
+  void (*destroy)(DocView view, void* data);
+  Boolean (*keyDown)(DocView view, void* data, std::uint16_t key, std::uint32_t modifiers);
+  Boolean (*canCopy)(DocView view, void* data);
+  void (*copy)(DocView view, void* data);
+  Boolean (*canCut)(DocView view, void* data);
+  void (*cut)(DocView view, void* data);
+  Boolean (*canPaste)(DocView view);
+  void (*paste)(DocView view);
+  Boolean (*canSelectAll)(DocView view);
+  void (*selectAll)(DocView view);
+};
+
+// Views
+//   ActiveDocView: null when no document is shown. DocOf: the view's document. EnumDocViews: every
+//     view, newest first, until the routine answers false. DocIsExternal: the view's document is
+//     shown inside a web browser (it was opened by URL).
+//   DocPageView: the view's page area. PageViewDoc: back again. DocWindow, PlatformWindowOf: the
+//     view's window and the platform's handle of it (null without a screen).
+//   PageViewPageNumber, FirstVisiblePage, LastVisiblePage, IsPageVisible: pages counted from 0.
+//   PageViewZoom: 1.0 is 72 device units an inch. PageViewAperture: the visible part in device
+//     units. PageViewDrawState: an opaque word, 0 when nothing can be drawn now; handed back with
+//     PageViewSetDrawState.
+//   UserToDeviceRect, DeviceToUserRect: through the page's rotation, zoom and scroll position.
+//   AnnotDeviceRect: AnnotRect through UserToDeviceRect.
+// Drawing
+//   InvalidateRect: null means the whole page view. UpdateView: draws what is invalid now.
+//   DrawAppearance: draws an appearance stream into the annotation's rectangle on the page view
+//     (ISO 32000-1, 12.5.5, algorithm 8.1); raises kErrorBadObject when it is no stream.
+// Registrations: records stay the plug-in's and must outlive the host's last call; a later
+//   registration for the same type wins.
+//   RegisterNotification: notifications.h lists the numbers and their routines.
+// Menus: AcquireMenuByName, MenuItemByName: null when missing; names compare exactly, the
+//   language plays no part. MenuItemIndex: the place in its menu. NewMenuItem: label in host text
+//   ("-" for a separator, "&" before the access key), submenu or null, no shortcut.
+// Toolbar: GetToolbar, FindToolbarButton (null when missing); NewToolbarButton.
+// Selection: one per view, of a type with data. SetSelection clears an earlier one first; the data
+//   then belongs to the host until the selection server's destroy (or Support.Free without one).
+// Modal state: BeginModal, EndModal nest. Beep: one of the host's sounds.
+// PerformAction: runs the handler of the action's type; raises kErrorNotOffered without one.
+// OpenDocument (slot 44): opens a file in a view and makes it active; null when it cannot.
+//   `replaceable`: plug-ins replace this slot to look at files first. CloseView: closes the view,
+//   and the document with its last view.
+// GetLanguage: the three-letter code of the user interface, "ENU" for English.
+// ModifierKeys: bits 0x01 shift, 0x02 control, 0x04 alt.
+#define QUILLON_VIEWER_TABLE(X)                                                                   \
+  X(1, DocView, ActiveDocView, ())                                                                \
+  X(2, DocHandle, DocOf, (DocView view))                                                          \
+  X(3, void, EnumDocViews, (DocViewEnumProc proc, void* clientData))                              \
+  X(4, Boolean, DocIsExternal, (DocView view))                                                    \
+  X(5, PageView, DocPageView, (DocView view))                                                     \
+  X(6, DocView, PageViewDoc, (PageView view))                                                     \
+  X(7, WindowHandle, DocWindow, (DocView view))                                                   \
+  X(8, PlatformWindow, PlatformWindowOf, (WindowHandle window))                                   \
+  X(9, std::uint32_t, PageViewPageNumber, (PageView view))                                        \
+  X(10, std::uint32_t, FirstVisiblePage, (DocView view))                                          \
+  X(11, std::uint32_t, LastVisiblePage, (DocView view))                                           \
+  X(12, Boolean, IsPageVisible, (DocView view, std::uint32_t page))                               \
+  X(13, void, SetPageViewPage, (PageView view, std::uint32_t page))                               \
+  X(14, Fixed, PageViewZoom, (PageView view))                                                     \
+  X(15, void, PageViewAperture, (PageView view, DeviceRect* rect))                                \
+  X(16, void*, PageViewDrawState, (PageView view))                                                \
+  X(17, void, PageViewSetDrawState, (PageView view, void* state))                                 \
+  X(18, void, UserToDeviceRect, (PageView view, const FixedRect* user, DeviceRect* device))       \
+  X(19, void, DeviceToUserRect, (PageView view, const DeviceRect* device, FixedRect* user))       \
+  X(20, void, AnnotDeviceRect, (PageView view, AnnotHandle annot, DeviceRect* rect))              \
+  X(21, void, InvalidateRect, (PageView view, const DeviceRect* rect))                            \
+  X(22, void, UpdateView, (PageView view))                                                        \
+  X(23, void, DrawAppearance, (PageView view, AnnotHandle annot, ObjectHandle stream))            \
+  X(24, void, RegisterAnnotHandler, (ExtensionId extension, const AnnotHandlerRecord* record))    \
+  X(25, void, RegisterTool, (ExtensionId extension, const ToolRecord* record))                    \
+  X(26, void, RegisterActionHandler,                                                              \
+    (ExtensionId extension, Atom type, const ActionHandlerRecord* record, const char* name))      \
+  X(27, const ActionHandlerRecord*, ActionHandlerOf, (Atom type))                                 \
+  X(28, void, RegisterNotification,                                                               \
+    (std::uint32_t number, ExtensionId extension, Callback routine, void* clientData))            \
+  X(29, void, UnregisterNotification,                                                             \
+    (std::uint32_t number, ExtensionId extension, Callback routine, void* clientData))            \
+  X(30, void, RegisterSelectionServer,                                                            \
+    (ExtensionId extension, const SelectionServerRecord* record))                                 \
+  X(31, void, RegisterDataHandler,                                                                \
+    (ExtensionId extension, Atom type, const DataHandlerRecord* record))                          \
+  X(32, MenuHandle, AcquireMenuByName, (const char* name))                                        \
+  X(33, MenuItemHandle, MenuItemByName, (const char* name))                                       \
+  X(34, MenuItemHandle, NewMenuItem,                                                              \
+    (const char* label, const char* name, MenuHandle submenu, Boolean wantsShortcut,              \
+     std::uint16_t shortcut, std::uint16_t modifiers, IconHandle icon, ExtensionId extension))    \
+  X(35, void, SetExecuteProc, (MenuItemHandle item, ExecuteProc proc, void* clientData))          \
+  X(36, void, SetComputeEnabledProc, (MenuItemHandle item, ComputeProc proc, void* clientData))   \
+  X(37, void, SetComputeMarkedProc, (MenuItemHandle item, ComputeProc proc, void* clientData))    \
+  X(38, void, AddMenuItem, (MenuHandle menu, MenuItemHandle item, std::uint16_t position))        \
+  X(39, void, ReleaseMenuItem, (MenuItemHandle item))                                             \
+  X(40, void, SetSelection,                                                                       \
+    (DocView view, Atom type, void* data, Boolean highlighted))                                   \
+  X(41, void, ClearSelection, (DocView view, Boolean highlighted))                                \
+  X(42, Atom, SelectionType, (DocView view))                                                      \
+  X(43, void*, SelectionData, (DocView view))                                                     \
+  X(44, DocView, OpenDocument,                                                                    \
+    (PathHandle path, FileSystemHandle fileSystem, const char* title, std::uint32_t flags))       \
+  X(45, void, CloseView, (DocView view))                                                          \
+  X(46, std::uint32_t, BeginModal, (void* window))                                                \
+  X(47, void, EndModal, ())                                                                       \
+  X(48, void, Beep, (std::uint16_t sound))                                                        \
+  X(49, void, PerformAction, (ActionHandle action, DocView view))                                 \
+  X(50, const char*, GetLanguage, ())                                                             \
+  X(51, MenuHandle, NewMenu, (const char* title, const char* name, ExtensionId extension))        \
+  X(52, MenuHandle, SubmenuOf, (MenuItemHandle item))                                             \
+  X(53, MenuHandle, MenuOfItem, (MenuItemHandle item))                                            \
+  X(54, std::uint16_t, MenuItemIndex, (MenuItemHandle item))                                      \
+  X(55, ToolbarHandle, GetToolbar, ())                                                            \
+  X(56, ToolButtonHandle, FindToolbarButton, (ToolbarHandle bar, Atom name))                      \
+  X(57, ToolButtonHandle, NewToolbarButton,                                                       \
+    (Atom name, IconHandle icon, std::uint32_t flags, std::uint32_t reserved))                    \
+  X(58, void, AddToolbarButton,                                                                   \
+    (ToolbarHandle bar, ToolButtonHandle button, Boolean before, ToolButtonHandle other))         \
+  X(59, std::uint32_t, ModifierKeys, ())
+
+QUILLON_DECLARE_TABLE(ViewerTable, QUILLON_VIEWER_TABLE)
+
+inline constexpr std::uint32_t kViewerOpenDocumentSlot = 44;
+
+}  // namespace quillon

@@ -1,0 +1,17 @@
+# One set of compiler settings for every target of the project.
+set(CMAKE_CXX_STANDARD 20)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+set(CMAKE_CXX_VISIBILITY_PRESET hidden)
+set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
+set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
+
+add_library(quillform_settings INTERFACE)
+target_include_directories(quillform_settings INTERFACE ${PROJECT_SOURCE_DIR})
+target_compile_options(quillform_settings INTERFACE -Wall -Wextra -Wconversion -Werror)
+if(QUILLFORM_SANITIZE)
+  target_compile_options(quillform_settings INTERFACE
+    -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
+  target_link_options(quillform_settings INTERFACE -fsanitize=address,undefined)
+endif()

@@ -1,0 +1,19 @@
+// The options of choice fields as texts and as objects (ISO 32000-1, 12.7.4.4).
+#pragma once
+
+#include "plugin/appearance/widget_look.h"
+
+namespace quillform {
+
+OptionList ReadOptions(FieldNode node);
+bool OptionListsEqual(const OptionList& a, const OptionList& b);
+// A new direct array for the document; the null object for no options.
+ObjectHandle NewOptionArray(ObjectDoc doc, const OptionList& options);
+
+// The option with that export form or that display text, searched from the last; -1 for none.
+std::int32_t OptionOfExport(FieldNode node, ObjectHandle value);
+std::int32_t OptionOfDisplay(FieldNode node, const std::string& documentText);
+// The export form of an option, the null object for an index outside the options.
+ObjectHandle ExportOfOption(FieldNode node, std::int32_t index);
+
+}  // namespace quillform

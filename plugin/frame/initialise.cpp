@@ -1,0 +1,75 @@
+#include "plugin/frame/initialise.h"
+
+#include "plugin/appearance/font_resources.h"
+#include "plugin/appearance/kinds.h"
+#include "plugin/appearance/text_appearance.h"
+#include "plugin/frame/shared_ui.h"
+#include "plugin/host/form_events.h"
+#include "plugin/model/field_tree.h"
+#include "plugin/model/form_hooks.h"
+#include "plugin/model/keys.h"
+#include "plugin/resources/error_texts.h"
+
+namespace quillform {
+
+namespace {
+
+// A step without a routine has its place and nothing to do yet.
+struct InitStep {
+  const char* name;
+  bool (*run)();
+  bool fatal;  // without it nothing after it can work
+};
+
+// For steps that cannot fail other than by raising.
+template <auto Routine>
+bool Done() {
+  Routine();
+  return true;
+}
+
+void RequestLinkTable() {
+  const Atom name = Core->AtomFromName(quillon::kLinkTableName);
+  Link = static_cast<quillon::LinkTable*>(Core->GetTable(name, quillon::kLinkVersion));
+}
+
+constexpr InitStep kInitSteps[] = {
+    {"key atoms", &Done<&RegisterKeyAtoms>, false},
+    {"log", nullptr, false},
+    {"shared record of the dialogs", &CreateSharedUi, true},
+    {"form event lists", &CreateFormEventLists, true},
+    {"dialog fonts", &Done<&CreateDialogFonts>, true},
+    {"About item", nullptr, false},
+    {"notifications of pages and annotations", nullptr, false},
+    {"base fonts", &Done<&FillBaseFontTable>, false},
+    {"page actions", nullptr, false},
+    {"kinds of fields", &Done<&RegisterAppearanceKinds>, false},
+    {"form tool and menus", nullptr, true},
+    {"widget annotation handler", nullptr, true},
+    {"notifications of documents", &RegisterFieldTreeNotifications, true},
+    {"import and export items", nullptr, false},
+    {"link plug-in", &Done<&RequestLinkTable>, false},
+    {"form action handlers", nullptr, true},
+    {"error texts", &Done<&RegisterErrorTexts>, false},
+};
+
+const char* failedStep = nullptr;
+
+// Lower rooms call higher ones through records of routines.
+void ConnectRooms() { appearanceHooks.SetDefaultFormAppearance = &SetDefaultFormAppearance; }
+
+}  // namespace
+
+Boolean PlugInInit() {
+  ConnectRooms();
+  for (const InitStep& step : kInitSteps) {
+    failedStep = step.name;
+    if (step.run != nullptr && !step.run() && step.fatal) return 0;
+  }
+  failedStep = nullptr;
+  return 1;
+}
+
+const char* FailedInitStep() { return failedStep; }
+
+}  // namespace quillform

@@ -1,0 +1,127 @@
+// The program `quillon`: reads the command line, starts the host, runs one command.
+#include <CLI/CLI.hpp>
+#include <cstdio>
+#include <exception>
+#include <string>
+#include <vector>
+
+#include "quillon/app/commands.h"
+#include "quillon/app/console.h"
+#include "quillon/app/session.h"
+
+namespace quillon::app {
+namespace {
+
+struct Arguments {
+  std::vector<std::string> plugIns;
+  FieldsArguments fields;
+  FillArguments fill;
+  RenderArguments render;
+};
+
+void AddFieldsCommand(CLI::App* program, Arguments* arguments) {
+  CLI::App* command = program->add_subcommand(
+      "fields", "List the form fields of a document, in the order of its field tree");
+  command->add_option("FILE", arguments->fields.file, "The PDF document; - for standard input")
+      ->required();
+  command->add_flag("--json", arguments->fields.json, "As JSON (docs/fields-json.md)");
+}
+
+void AddFillCommand(CLI::App* program, Arguments* arguments) {
+  CLI::App* command = program->add_subcommand(
+      "fill", "Set field values, rebuild their appearances, write the result");
+  FillArguments& fill = arguments->fill;
+  command->add_option("FILE", fill.file, "The PDF document; - for standard input")->required();
+  command->add_option("NAME=VALUE", fill.assignments,
+                      "Full field names and their values; the first = ends the name");
+  command->add_option("--values", fill.valuesFile,
+                      "A JSON object of names and values; null empties a field");
+  CLI::Option* output = command->add_option("-o,--output", fill.output,
+                                            "Where the result goes; - for standard output");
+  command->add_flag("--in-place", fill.inPlace, "Replace FILE with the result")->excludes(output);
+  command->add_flag("--force", fill.force, "Fill read-only fields too");
+  command->callback([&fill] {
+    if (!fill.inPlace && fill.output.empty()) {
+      throw CLI::RequiredError("one of --output and --in-place");
+    }
+    if (fill.inPlace && fill.file == kStandardStream) {
+      throw CLI::ValidationError("--in-place", "standard input cannot be replaced; use --output");
+    }
+    if (fill.file == kStandardStream && fill.valuesFile == kStandardStream) {
+      throw CLI::ValidationError("--values", "the document already comes from standard input");
+    }
+  });
+}
+
+void AddRenderCommand(CLI::App* program, Arguments* arguments) {
+  CLI::App* command = program->add_subcommand("render", "Draw a page with its fields as a picture");
+  RenderArguments& render = arguments->render;
+  command->add_option("FILE", render.file, "The PDF document; - for standard input")->required();
+  command->add_option("--page", render.page, "The page, counted from 1")
+      ->check(CLI::Range(1u, 1000000u));
+  command->add_option("--dpi", render.dpi, "Pixels an inch")->check(CLI::Range(1.0, 2400.0));
+  command->add_option("-o,--output", render.output, "The PNG file; - for standard output")
+      ->required();
+}
+
+const std::string& FileOf(const CLI::App& program, const Arguments& arguments) {
+  static const std::string none;
+  if (program.got_subcommand("fields")) return arguments.fields.file;
+  if (program.got_subcommand("fill")) return arguments.fill.file;
+  if (program.got_subcommand("render")) return arguments.render.file;
+  return none;
+}
+
+int RunCommand(const CLI::App& program, const Arguments& arguments) {
+  const Session session(arguments.plugIns);
+  if (program.got_subcommand("fields")) return RunFields(arguments.fields);
+  if (program.got_subcommand("fill")) return RunFill(arguments.fill);
+  if (program.got_subcommand("render")) return RunRender(arguments.render);
+  return RunPlugins();
+}
+
+int Run(int argc, char** argv) {
+  CLI::App program("Lists, fills and draws the forms of PDF documents.", "quillon");
+  program.set_version_flag("--version", "quillon " QUILLON_VERSION);
+  program.require_subcommand(1);
+  program.footer(
+      "Exit status: 0 done, 2 error (nothing was written), 3 done with warnings.\n"
+      "Texts are UTF-8.");
+  Arguments arguments;
+  program.add_option("--plugin", arguments.plugIns, "Load this plug-in module too; repeatable")
+      ->allow_extra_args(false);
+  AddFieldsCommand(&program, &arguments);
+  AddFillCommand(&program, &arguments);
+  AddRenderCommand(&program, &arguments);
+  program.add_subcommand("plugins", "Tell what each plug-in that is loaded registered");
+  for (CLI::App* command : program.get_subcommands({})) command->fallthrough();
+  try {
+    program.parse(argc, argv);
+  } catch (const CLI::Success& request) {  // --help, --version
+    return program.exit(request);
+  } catch (const CLI::ParseError& error) {
+    PrintError("", std::string(error.what()) + " (quillon --help tells more)");
+    return kExitError;
+  }
+  const std::string& file = FileOf(program, arguments);
+  try {
+    return RunCommand(program, arguments);
+  } catch (const HostFailure& failure) {
+    PrintError(file, Describe(failure));
+  } catch (const std::bad_alloc&) {
+    PrintError(file, "there is not enough memory");
+  }
+  return kExitError;
+}
+
+}  // namespace
+}  // namespace quillon::app
+
+int main(int argc, char** argv) {
+  try {
+    return quillon::app::Run(argc, argv);
+  } catch (const std::exception& error) {
+    std::fprintf(stderr, "quillon: %s\n", error.what());
+    return quillon::app::kExitError;
+  }
+}

@@ -1,0 +1,51 @@
+// The host while the program runs a command, and the documents that it works on.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "quillon/document/open_document.h"
+
+namespace quillon::app {
+
+inline constexpr const char* kStandardStream = "-";
+
+// Starts the viewer with the forms plug-in that lies beside the program and the plug-in modules
+// given; ends it again.
+struct Session {
+  explicit Session(const std::vector<std::string>& plugIns);
+  ~Session();
+  Session(const Session&) = delete;
+  Session& operator=(const Session&) = delete;
+};
+
+// What was wrong with the file but could be lived with.
+std::vector<std::string> FileWarnings(DocHandle doc);
+
+// What plug-ins failed in so far, start-up included, where the host goes on without them.
+std::vector<std::string> PlugInWarnings();
+
+// A document in a view: only then are plug-ins told of its opening and closing. "-" is the standard
+// input.
+struct OpenedView {
+  explicit OpenedView(const std::string& file);
+  ~OpenedView();
+  OpenedView(const OpenedView&) = delete;
+  OpenedView& operator=(const OpenedView&) = delete;
+
+  DocView view;
+  DocHandle doc;
+};
+
+// All of the standard input.
+std::string ReadStandardInput();
+
+// All of a file, or of the standard input for "-". Throws HostFailure.
+std::string ReadWhole(const std::string& file);
+
+// They throw HostFailure when not everything could be written. A file that is replaced is replaced
+// only when the new one is complete.
+void WriteFileWhole(const std::string& file, const std::string& bytes);
+void WriteStandardOutput(const std::string& bytes);
+
+}  // namespace quillon::app

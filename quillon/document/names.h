@@ -1,0 +1,24 @@
+// The names that pages, annotations, actions and file specifications are read by, as atoms.
+#pragma once
+
+#include "sdk/types.h"
+
+#define QUILLON_DOCUMENT_NAMES(X)                                                                  \
+  X(AP)                                                                                            \
+  X(AS)                                                                                            \
+  X(Annot)                                                                                         \
+  X(Annots) X(BBox) X(CropBox) X(D) X(DOS) X(Encrypt) X(F) X(FS) X(Filespec) X(GoTo) X(ID) X(Kids) \
+      X(Mac) X(Matrix) X(MediaBox) X(N) X(P) X(Page) X(Pages) X(R) X(Rect) X(Resources) X(Rotate)  \
+          X(S) X(Subtype) X(Type) X(UF) X(URL) X(Unix)
+
+namespace quillon::document {
+
+#define QUILLON_DOCUMENT_NAME_FIELD(name) Atom name;
+struct DocumentNames {
+  QUILLON_DOCUMENT_NAMES(QUILLON_DOCUMENT_NAME_FIELD)
+};
+#undef QUILLON_DOCUMENT_NAME_FIELD
+
+const DocumentNames& Names();
+
+}  // namespace quillon::document

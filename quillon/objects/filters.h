@@ -1,0 +1,38 @@
+// The standard filters, one way and, where streams are written, the other (ISO 32000-1, 7.4).
+// What cannot be decoded throws HostFailure (kErrorBadStream).
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+namespace quillon::objects {
+
+// More than any page content or image in use; a few bytes of input can ask for far more.
+inline constexpr std::size_t kMaxDecodedBytes = std::size_t{256} * 1024 * 1024;
+
+std::string DecodeFlate(std::string_view data);
+std::string DecodeLzw(std::string_view data, bool earlyChange);
+std::string DecodeAsciiHex(std::string_view data);
+std::string DecodeAscii85(std::string_view data);
+std::string DecodeRunLength(std::string_view data);
+
+// DecodeParms of Flate and LZW (ISO 32000-1, table 8).
+struct PredictorParams {
+  int predictor = 1;  // 1 none, 2 TIFF, 10 and above PNG
+  int colors = 1;
+  int bitsPerComponent = 8;
+  int columns = 1;
+};
+std::string UndoPredictor(std::string data, const PredictorParams& params);
+
+std::string EncodeFlate(std::string_view data);
+std::string EncodeAsciiHex(std::string_view data);
+std::string EncodeAscii85(std::string_view data);
+
+[[noreturn]] void FailDecoding(const std::string& what);
+
+// Throws when a decoded stream grows beyond kMaxDecodedBytes.
+void CheckDecodedSize(std::size_t size);
+
+}  // namespace quillon::objects

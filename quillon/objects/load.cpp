@@ -1,0 +1,279 @@
+#include "quillon/objects/load.h"
+
+#include <cstring>
+
+#include "quillon/objects/characters.h"
+#include "quillon/objects/parser.h"
+#include "quillon/objects/scanner.h"
+
+namespace quillon::objects {
+namespace {
+
+struct LoadingMark {
+  ObjectSlot& slot;
+  explicit LoadingMark(ObjectSlot& marked) : slot(marked) { slot.loading = true; }
+  ~LoadingMark() { slot.loading = false; }
+  LoadingMark(const LoadingMark&) = delete;
+  LoadingMark& operator=(const LoadingMark&) = delete;
+};
+
+// Past the end of the line that the keyword "stream" stands on. A lone CR is what some producers
+// write; it is taken as the line end.
+const char* DataStart(const Cursor& afterKeyword) {
+  const char* at = afterKeyword.at;
+  if (at < afterKeyword.end && *at == '\r') ++at;
+  if (at < afterKeyword.end && *at == '\n') ++at;
+  return at;
+}
+
+Value MakeStream(Document& doc, Cursor& cursor, const Value& dict, std::uint32_t parent) {
+  const std::uint32_t number = NewCell(doc.cells, CellKind::kStream);
+  Cell& cell = CellAt(doc.cells, number);
+  auto* body = AllocateArray<StreamBody>(doc.pool, 1);
+  *body = {DataStart(cursor), 0, false, false};
+  cell.parent = parent;
+  cell.capacity = dict.payload;
+  cell.data = body;
+  CellAt(doc.cells, dict.payload).parent = number;
+  return CellValue(number);
+}
+
+// False when another object, or none, stands where the cross-references say.
+bool ParseInFile(Document& doc, std::uint32_t number, const ObjectSlot& slot, Value* value) {
+  std::uint32_t found = 0;
+  Value parsed = kNullValue;
+  Cursor cursor = CursorAt(doc, slot.position, number);
+  std::uint16_t generation = 0;
+  if (TakeObjectHeader(cursor, &generation) != number) return false;
+  if (!ParseObjectAt(doc, slot.position, &found, &parsed)) return false;
+  *value = parsed;
+  return true;
+}
+
+Cursor MemberCursor(Document& doc, std::uint32_t number, const ObjectSlot& slot) {
+  const auto container = static_cast<std::uint32_t>(slot.position >> 32);
+  const auto index = static_cast<std::uint32_t>(slot.position);
+  const ObjectStream& stream = ObjectStreamOf(doc, container);
+  const ObjectStream::Member* member = nullptr;
+  if (index < stream.members.size() && stream.members[index].number == number) {
+    member = &stream.members[index];
+  } else {
+    for (const ObjectStream::Member& other : stream.members) {
+      if (other.number == number) member = &other;
+    }
+  }
+  const ObjectSlot* containerSlot = FindSlot(doc.objects, container);
+  const std::int64_t offset = FileOffset(doc, containerSlot->position);
+  if (member == nullptr) {
+    Fail(kErrorBadObject,
+         "Object " + std::to_string(number) + " is not in the object stream " +
+             std::to_string(container) + " that should hold it.",
+         number, offset);
+  }
+  return {stream.bytes.data() + member->start, stream.bytes.data() + stream.bytes.size(), number,
+          nullptr, offset};
+}
+
+Value ParseObject(Document& doc, std::uint32_t number, ObjectSlot& slot) {
+  Value value = kNullValue;
+  if (slot.state == SlotState::kInFile && !ParseInFile(doc, number, slot, &value)) {
+    const std::int64_t offset = FileOffset(doc, slot.position);
+    const std::string text = "Object " + std::to_string(number) + " is not at byte " +
+                             std::to_string(offset) + ", where the cross-references have it.";
+    Warn(doc, text, number, offset);
+    if (!doc.scanned) ScanDocument(doc);
+    if (slot.state == SlotState::kInFile) ParseInFile(doc, number, slot, &value);
+  }
+  if (slot.state == SlotState::kCompressed) {
+    Cursor cursor = MemberCursor(doc, number, slot);
+    value = ParseValue(doc, cursor, kIndirectParent | number);
+  }
+  // An object that is only a reference is not allowed; following it could go in circles.
+  return value.tag == ValueTag::kReference ? kNullValue : value;
+}
+
+// Where the data end by Length, when "endstream" does follow there; else null.
+const char* EndByLength(Document& doc, const StreamBody& body, std::uint32_t dict) {
+  const std::int32_t length = IntegerEntry(doc, dict, "Length", -1);
+  const char* end = doc.text.data() + doc.text.size();
+  if (length < 0 || end - body.bytes < length) return nullptr;
+  Cursor cursor{body.bytes + length, end, 0, nullptr, kNoOffset};
+  while (cursor.at < cursor.end && IsSpace(*cursor.at)) ++cursor.at;
+  return TakeKeyword(cursor, "endstream") ? body.bytes + length : nullptr;
+}
+
+const char* EndBySearch(Document& doc, const StreamBody& body, std::uint32_t number) {
+  const auto start = static_cast<std::size_t>(body.bytes - doc.text.data());
+  std::size_t end = doc.text.find("endstream", start);
+  if (end == std::string_view::npos) end = doc.text.find("endobj", start);
+  const std::int64_t offset = FileOffset(doc, start);
+  if (end == std::string_view::npos) {
+    Fail(kErrorBadStream, "The stream " + std::to_string(number) + " has no end.", number, offset);
+  }
+  Warn(doc, "The length of the stream " + std::to_string(number) + " is wrong.", number, offset);
+  if (end > start && doc.text[end - 1] == '\n') --end;
+  if (end > start && doc.text[end - 1] == '\r') --end;
+  return doc.text.data() + end;
+}
+
+// Of an object that cannot be read: up to its "endobj", or to the end of the file.
+std::string_view UnreadText(const Document& doc, const ObjectSlot& slot) {
+  constexpr std::string_view kEnd = "endobj";
+  const std::size_t end = doc.text.find(kEnd, slot.position);
+  const std::string_view rest = doc.text.substr(slot.position);
+  return end == std::string_view::npos ? rest : rest.substr(0, end + kEnd.size() - slot.position);
+}
+
+std::string_view TextInFile(Document& doc, std::uint32_t number, const ObjectSlot& slot) {
+  Cursor cursor = CursorAt(doc, slot.position, number);
+  const char* start = cursor.at;
+  std::uint16_t generation = 0;
+  if (TakeObjectHeader(cursor, &generation) != number) return {};
+  if (SkipToKeyword(cursor) == "stream") {
+    // Its end takes reading its dictionary.
+    const std::uint32_t cell = CellOf(doc, LoadObject(doc, number), CellKind::kStream);
+    if (cell == 0) FailAt(cursor, "A stream has no dictionary");
+    const std::string_view data = StoredBytes(doc, cell, number);
+    cursor.at = data.data() + data.size();
+    TakeKeyword(cursor, "endstream");
+  }
+  if (!TakeKeyword(cursor, "endobj")) return {};
+  return {start, static_cast<std::size_t>(cursor.at - start)};
+}
+
+}  // namespace
+
+Value LoadObject(Document& doc, std::uint32_t number) {
+  ObjectSlot* slot = FindSlot(doc.objects, number);
+  if (slot == nullptr || !InUse(*slot)) return kNullValue;
+  if (slot->loaded) return slot->value;
+  if (slot->loading) {
+    Fail(kErrorBadObject, "Object " + std::to_string(number) + " is needed to read itself.", number,
+         FileOffset(doc, slot->position));
+  }
+  {
+    const LoadingMark mark(*slot);
+    slot->value = ParseObject(doc, number, *slot);
+  }
+  slot->loaded = true;
+  return slot->value;
+}
+
+bool ParseObjectAt(Document& doc, std::uint64_t position, std::uint32_t* number, Value* value) {
+  Cursor cursor = CursorAt(doc, position, 0);
+  std::uint16_t generation = 0;
+  const auto found = TakeObjectHeader(cursor, &generation);
+  if (!found) return false;
+  *number = cursor.object = *found;
+  *value = kNullValue;
+  // An object without a value is read as null; some producers write them.
+  if (TakeKeyword(cursor, "endobj")) return true;
+  const std::uint32_t parent = kIndirectParent | *found;
+  *value = ParseValue(doc, cursor, parent);
+  if (value->tag == ValueTag::kCell && CellAt(doc.cells, value->payload).kind == CellKind::kDict &&
+      TakeKeyword(cursor, "stream")) {
+    *value = MakeStream(doc, cursor, *value, parent);
+  }
+  return true;
+}
+
+Value Dereference(Document& doc, const Value& value) {
+  if (value.tag != ValueTag::kReference) return value;
+  const ObjectSlot* slot = FindSlot(doc.objects, value.payload);
+  if (slot == nullptr || !InUse(*slot) || slot->generation != value.generation) return kNullValue;
+  return LoadObject(doc, value.payload);
+}
+
+std::string_view StoredBytes(Document& doc, std::uint32_t streamCell, std::uint32_t number) {
+  const Cell& cell = CellAt(doc.cells, streamCell);
+  auto& body = *static_cast<StreamBody*>(cell.data);
+  if (!body.lengthKnown) {
+    const char* end = EndByLength(doc, body, cell.capacity);
+    if (end == nullptr) end = EndBySearch(doc, body, number);
+    body.length = static_cast<std::uint64_t>(end - body.bytes);
+    body.lengthKnown = true;
+  }
+  return {body.bytes, static_cast<std::size_t>(body.length)};
+}
+
+std::string_view ObjectText(Document& doc, std::uint32_t number) {
+  ObjectSlot* slot = FindSlot(doc.objects, number);
+  if (slot->state == SlotState::kCompressed) {
+    Cursor cursor = MemberCursor(doc, number, *slot);
+    const char* start = cursor.at;
+    SkipOneValue(cursor);
+    return {start, static_cast<std::size_t>(cursor.at - start)};
+  }
+  const bool loadedBefore = slot->loaded;
+  std::string_view text;
+  try {
+    text = TextInFile(doc, number, *slot);
+  } catch (const HostFailure& failure) {
+    // A save keeps what it does not understand.
+    Warn(doc, failure.what(), number, failure.offset);
+    text = UnreadText(doc, *slot);
+  }
+  if (!loadedBefore && slot->loaded) {
+    // Read for its length only: a save of a large file must not keep all its streams in memory.
+    if (slot->value.tag == ValueTag::kCell) FreeCellTree(doc.cells, doc.pool, slot->value.payload);
+    slot->value = kNullValue;
+    slot->loaded = false;
+  }
+  return text;
+}
+
+Value EntryValue(Document& doc, std::uint32_t dictCell, NameCode key) {
+  Cell& dict = CellAt(doc.cells, dictCell);
+  const DictEntry* entries = EntriesOf(dict);
+  for (std::uint32_t i = dict.size; i > 0; --i) {
+    if (entries[i - 1].key == key) return entries[i - 1].value;
+  }
+  return kNullValue;
+}
+
+Value EntryValue(Document& doc, std::uint32_t dictCell, std::string_view key) {
+  return EntryValue(doc, dictCell, NameFromText(doc, key));
+}
+
+bool ReadInteger(Document& doc, const Value& value, std::int32_t* integer) {
+  if (value.tag == ValueTag::kInteger) {
+    *integer = static_cast<std::int32_t>(value.payload);
+    return true;
+  }
+  if (value.tag != ValueTag::kCell) return false;
+  const Cell& cell = CellAt(doc.cells, value.payload);
+  if (cell.kind != CellKind::kInteger) return false;
+  *integer = static_cast<std::int32_t>(cell.capacity);
+  return true;
+}
+
+std::int32_t IntegerEntry(Document& doc, std::uint32_t dictCell, std::string_view key,
+                          std::int32_t otherwise) {
+  std::int32_t integer = otherwise;
+  ReadInteger(doc, Dereference(doc, EntryValue(doc, dictCell, key)), &integer);
+  return integer;
+}
+
+std::uint32_t CellOf(Document& doc, const Value& value, CellKind kind) {
+  const Value target = Dereference(doc, value);
+  if (target.tag != ValueTag::kCell) return 0;
+  return CellAt(doc.cells, target.payload).kind == kind ? target.payload : 0;
+}
+
+// The one place where strings leave the file: what decrypts them belongs here.
+std::string_view StringBytes(Document& doc, std::uint32_t stringCell) {
+  Cell& cell = CellAt(doc.cells, stringCell);
+  if (cell.raw) {
+    const std::string decoded = DecodeStringText({TextOf(cell), cell.size});
+    auto* bytes = AllocateArray<char>(doc.pool, decoded.size() + 1);
+    std::memcpy(bytes, decoded.c_str(), decoded.size() + 1);
+    cell.raw = false;
+    cell.owned = true;
+    cell.size = static_cast<std::uint32_t>(decoded.size());
+    cell.capacity = cell.size + 1;
+    cell.data = bytes;
+  }
+  return {TextOf(cell), cell.size};
+}
+
+}  // namespace quillon::objects

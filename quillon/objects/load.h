@@ -1,0 +1,50 @@
+// Reading objects when they are first touched.
+#pragma once
+
+#include <cstdint>
+#include <string_view>
+
+#include "quillon/objects/document.h"
+
+namespace quillon::objects {
+
+// The value of an object; null for a number not in use. Throws HostFailure with the object's
+// number and offset when its text cannot be read.
+Value LoadObject(Document& doc, std::uint32_t number);
+
+// Follows a reference; other values are their own. A reference to nothing is null.
+Value Dereference(Document& doc, const Value& value);
+
+// Parses the indirect object at a place in doc.text, streams included; false when none stands
+// there. What it makes counts as standing in object *number.
+bool ParseObjectAt(Document& doc, std::uint64_t position, std::uint32_t* number, Value* value);
+
+// A stream's bytes as stored. `number` is the stream's object number, for errors.
+std::string_view StoredBytes(Document& doc, std::uint32_t streamCell, std::uint32_t number);
+
+// The text of an object in the file, from its number to its "endobj", both included; of a member
+// of an object stream, the value alone. Empty when no such object stands where it should, or when
+// it has no end of its own.
+std::string_view ObjectText(Document& doc, std::uint32_t number);
+
+// The members of an object stream (ISO 32000-1, 7.5.7). `number` must name one.
+const ObjectStream& ObjectStreamOf(Document& doc, std::uint32_t number);
+
+// Dictionary look-up by name: null when missing; references are not followed.
+Value EntryValue(Document& doc, std::uint32_t dictCell, NameCode key);
+Value EntryValue(Document& doc, std::uint32_t dictCell, std::string_view key);
+
+// The same with references followed and integers wanted; `otherwise` for everything else.
+std::int32_t IntegerEntry(Document& doc, std::uint32_t dictCell, std::string_view key,
+                          std::int32_t otherwise);
+
+// The cell when a value (references followed) is one of that kind, else 0.
+std::uint32_t CellOf(Document& doc, const Value& value, CellKind kind);
+
+// The integer that a direct value is.
+bool ReadInteger(Document& doc, const Value& value, std::int32_t* integer);
+
+// The bytes of a string cell, decoded now if they were not.
+std::string_view StringBytes(Document& doc, std::uint32_t stringCell);
+
+}  // namespace quillon::objects

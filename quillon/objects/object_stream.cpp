@@ -1,0 +1,59 @@
+// Object streams (ISO 32000-1, 7.5.7). Their Extends entry needs no following: every member has a
+// cross-reference entry of its own.
+#include <limits>
+
+#include "quillon/objects/load.h"
+#include "quillon/objects/parser.h"
+#include "quillon/objects/stream_data.h"
+
+namespace quillon::objects {
+namespace {
+
+[[noreturn]] void FailStream(Document& doc, std::uint32_t number, const std::string& what) {
+  const ObjectSlot* slot = FindSlot(doc.objects, number);
+  const bool inFile = slot != nullptr && slot->state == SlotState::kInFile;
+  Fail(kErrorBadStream, "The object stream " + std::to_string(number) + " " + what + ".", number,
+       inFile ? FileOffset(doc, slot->position) : kNoOffset);
+}
+
+std::unique_ptr<ObjectStream> ReadObjectStream(Document& doc, std::uint32_t number) {
+  const ObjectSlot* slot = FindSlot(doc.objects, number);
+  // Only streams of the file: a stream in an object stream could be made to hold itself.
+  if (slot == nullptr || slot->state != SlotState::kInFile) FailStream(doc, number, "is missing");
+  const std::uint32_t cell = CellOf(doc, LoadObject(doc, number), CellKind::kStream);
+  if (cell == 0) FailStream(doc, number, "is no stream");
+  auto stream = std::make_unique<ObjectStream>();
+  stream->bytes = DecodedBytes(doc, cell, number);
+  if (stream->bytes.size() > std::numeric_limits<std::uint32_t>::max()) {
+    FailStream(doc, number, "is too long");
+  }
+  const std::uint32_t dict = CellAt(doc.cells, cell).capacity;
+  const std::int32_t count = IntegerEntry(doc, dict, "N", 0);
+  const std::int32_t first = IntegerEntry(doc, dict, "First", -1);
+  const char* start = stream->bytes.data();
+  if (first < 0 || static_cast<std::size_t>(first) > stream->bytes.size()) {
+    FailStream(doc, number, "has no place for its objects");
+  }
+  Cursor cursor{start, start + first, number, nullptr, FileOffset(doc, slot->position)};
+  for (std::int32_t i = 0; i < count; ++i) {
+    const auto member = TakeUnsigned(cursor);
+    const auto offset = TakeUnsigned(cursor);
+    if (!member || !offset) break;
+    const std::uint64_t place = *offset + static_cast<std::uint64_t>(first);
+    if (*member > kMaxObjectNumber || place > stream->bytes.size()) continue;
+    stream->members.push_back(
+        {static_cast<std::uint32_t>(*member), static_cast<std::uint32_t>(place)});
+  }
+  return stream;
+}
+
+}  // namespace
+
+const ObjectStream& ObjectStreamOf(Document& doc, std::uint32_t number) {
+  const auto known = doc.objectStreams.find(number);
+  if (known != doc.objectStreams.end()) return *known->second;
+  auto stream = ReadObjectStream(doc, number);
+  return *(doc.objectStreams[number] = std::move(stream));
+}
+
+}  // namespace quillon::objects

@@ -1,0 +1,61 @@
+// What the host's rooms ask of a document beyond the table.
+#include "quillon/objects/pdf_file.h"
+
+#include "quillon/objects/load.h"
+#include "quillon/objects/stream_data.h"
+#include "quillon/objects/writer.h"
+
+namespace quillon {
+
+using objects::Document;
+using objects::DocumentOfHandle;
+using objects::SlotState;
+
+std::string PdfToBytes(ObjectDoc handle) {
+  Document& doc = DocumentOfHandle(handle);
+  std::string bytes;
+  objects::Output out{[&bytes](std::string_view piece) { bytes += piece; }, {}, 0};
+  objects::WriteDocument(doc, doc.header, out);
+  return bytes;
+}
+
+bool PdfModified(ObjectDoc doc) { return DocumentOfHandle(doc).modified; }
+
+void ClearPdfModified(ObjectDoc doc) { DocumentOfHandle(doc).modified = false; }
+
+std::uint32_t ObjectNumberOf(ObjectHandle object) { return objects::TargetOf(object).number; }
+
+std::int64_t FileOffsetOf(ObjectHandle object) {
+  const objects::Target target = objects::TargetOf(object);
+  if (target.number == 0) return kNoOffset;
+  const objects::ObjectSlot* slot = FindSlot(target.doc->objects, target.number);
+  if (slot->state == SlotState::kCompressed) {
+    slot = FindSlot(target.doc->objects, static_cast<std::uint32_t>(slot->position >> 32));
+  }
+  if (slot == nullptr || slot->state != SlotState::kInFile) return kNoOffset;
+  return FileOffset(*target.doc, slot->position);
+}
+
+ObjectHandle ObjectByNumber(ObjectDoc handle, std::uint32_t number) {
+  Document& doc = DocumentOfHandle(handle);
+  if (LoadObject(doc, number) == objects::kNullValue) return kNullObject;
+  return HandleOfObject(doc, number);
+}
+
+std::uint32_t ObjectCount(ObjectDoc doc) { return DocumentOfHandle(doc).objects.count; }
+
+ObjectHandle TrailerOf(ObjectDoc handle) {
+  Document& doc = DocumentOfHandle(handle);
+  return HandleOfCell(doc, doc.trailer);
+}
+
+std::string DecodedStream(ObjectHandle stream) {
+  const objects::Target target = objects::TargetOf(stream);
+  const std::uint32_t cell = target.doc == nullptr ? 0
+                                                   : objects::CellOf(*target.doc, target.value,
+                                                                     objects::CellKind::kStream);
+  if (cell == 0) Fail(kErrorBadObject, "An object is no stream.", target.number);
+  return objects::DecodedBytes(*target.doc, cell, target.number);
+}
+
+}  // namespace quillon

@@ -1,0 +1,80 @@
+// PDF and FDF files as documents of objects: opening, saving, and what the host's own rooms ask of
+// the object layer beyond its table. Everything here throws HostFailure.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "quillon/core/failure.h"
+#include "sdk/types.h"
+
+namespace quillon {
+
+// Something in a file that was wrong and could be lived with.
+struct FileWarning {
+  std::string text;
+  std::uint32_t objectNumber;  // 0 when no one object is meant
+  std::int64_t offset;         // byte offset in the file, kNoOffset when there is none
+};
+
+struct OpenOptions {
+  std::string header = "%PDF-";  // what the file must begin with; up to 1,024 bytes may precede it
+  std::string password;          // empty: the one that every file without a password has
+};
+
+// `file` is UTF-8. Objects are read when they are first touched, so the file must stay as it is
+// until ClosePdf; saving over it is safe (the new file is another one under the same name).
+// `warnings` may be null; it gets those of the opening itself.
+// kErrorOpenFile: cannot be read; kErrorBadHeader: not such a file; kErrorBadFile: no catalog.
+ObjectDoc OpenPdfFile(const std::string& file, const OpenOptions& options,
+                      std::vector<FileWarning>* warnings);
+ObjectDoc OpenPdfBytes(std::string bytes, const OpenOptions& options,
+                       std::vector<FileWarning>* warnings);
+
+// A document with a catalog and an empty page tree.
+ObjectDoc NewPdf();
+
+// All warnings so far, those found when objects were touched later included.
+const std::vector<FileWarning>& PdfWarnings(ObjectDoc doc);
+
+void ClosePdf(ObjectDoc doc);
+void CloseAllPdfs();
+std::size_t OpenPdfCount();  // FDF documents included
+
+// The whole document as a file. A document without changes gives the bytes it was read from.
+std::string PdfToBytes(ObjectDoc doc);
+
+// Writes a file beside `file`, then puts it in its place, so that `file` is whole at every moment.
+// The permissions of a replaced file are kept. The document then counts as not modified.
+void SavePdfFile(ObjectDoc doc, const std::string& file);
+
+// Whether something changed since the document was opened or last saved with SavePdfFile.
+bool PdfModified(ObjectDoc doc);
+void ClearPdfModified(ObjectDoc doc);
+
+// Rises with every change of the document's objects, and only then: what was read while it stood
+// the same still holds.
+std::uint64_t PdfChangeCount(ObjectDoc doc);
+
+// 0 for a direct object.
+std::uint32_t ObjectNumberOf(ObjectHandle object);
+
+// Where the indirect object stands in the file; kNoOffset for others and for new ones. An object
+// in an object stream stands where its stream does.
+std::int64_t FileOffsetOf(ObjectHandle object);
+
+// The null object for a number that is not in use.
+ObjectHandle ObjectByNumber(ObjectDoc doc, std::uint32_t number);
+
+// The highest object number in use or once in use, plus one.
+std::uint32_t ObjectCount(ObjectDoc doc);
+
+// A direct dictionary: Root, Info, ID ... (ISO 32000-1, 7.5.5).
+ObjectHandle TrailerOf(ObjectDoc doc);
+
+// All bytes of a stream through its filters.
+std::string DecodedStream(ObjectHandle stream);
+
+}  // namespace quillon

@@ -1,0 +1,150 @@
+#include "quillon/objects/replace_file.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <filesystem>
+#include <random>
+#include <system_error>
+
+#include "quillon/core/failure.h"
+
+#ifdef _WIN32
+#include <io.h>
+#else
+#include <unistd.h>
+#endif
+
+namespace quillon::objects {
+namespace {
+
+namespace fs = std::filesystem;
+
+// The few calls that are spelled differently. Deviation on Windows: permissions are inherited from
+// the folder, and folders are not flushed.
+#ifdef _WIN32
+
+int CreateNew(const fs::path& path) {
+  return _wopen(path.c_str(), _O_WRONLY | _O_CREAT | _O_EXCL | _O_BINARY, _S_IREAD | _S_IWRITE);
+}
+std::ptrdiff_t WriteSome(int file, const char* bytes, std::size_t size) {
+  return _write(file, bytes, static_cast<unsigned>(size));
+}
+bool FlushToDisk(int file) { return _commit(file) == 0; }
+bool CloseNumber(int file) { return _close(file) == 0; }
+void CopyPermissions(int, const fs::path&) {}
+void FlushFolder(const fs::path&) {}
+
+#else
+
+int CreateNew(const fs::path& path) {
+  return open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
+}
+std::ptrdiff_t WriteSome(int file, const char* bytes, std::size_t size) {
+  std::ptrdiff_t written = 0;
+  do {
+    written = ::write(file, bytes, size);
+  } while (written < 0 && errno == EINTR);
+  return written;
+}
+bool FlushToDisk(int file) { return fsync(file) == 0; }
+bool CloseNumber(int file) { return close(file) == 0; }
+void CopyPermissions(int file, const fs::path& from) {
+  struct stat status {};
+  if (stat(from.c_str(), &status) != 0) return;
+  // A file of somebody else's keeps its mode at least; its owner can be kept by its owner only.
+  if (fchown(file, status.st_uid, status.st_gid) != 0) errno = 0;
+  if (fchmod(file, status.st_mode & 07777) != 0) errno = 0;
+}
+void FlushFolder(const fs::path& folder) {
+  const int number = open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+  if (number < 0) return;
+  fsync(number);
+  close(number);
+}
+
+#endif
+
+// More than any system writes at once.
+constexpr std::size_t kLargestWrite = std::size_t{1} << 26;
+constexpr int kNameAttempts = 16;
+
+[[noreturn]] void FailWriting(const fs::path& path, const std::string& why) {
+  Fail(kErrorWriteFile, "The file " + path.string() + " cannot be written: " + why + ".");
+}
+
+// A file that is removed again unless it reached its place.
+struct TemporaryFile {
+  fs::path path;
+  int number = -1;
+  bool placed = false;
+
+  TemporaryFile() = default;
+  ~TemporaryFile() {
+    if (number >= 0) CloseNumber(number);
+    std::error_code ignored;
+    if (!placed && !path.empty()) fs::remove(path, ignored);
+  }
+  TemporaryFile(const TemporaryFile&) = delete;
+  TemporaryFile& operator=(const TemporaryFile&) = delete;
+};
+
+void CreateBeside(const fs::path& target, TemporaryFile* file) {
+  std::random_device random;
+  int error = 0;
+  for (int i = 0; i < kNameAttempts; ++i) {
+    fs::path path = target;
+    path += '.';
+    path += std::to_string(random());
+    path += ".new";
+    file->number = CreateNew(path);
+    if (file->number >= 0) {
+      file->path = std::move(path);
+      return;
+    }
+    error = errno;
+    if (error != EEXIST) break;
+  }
+  FailWriting(target, std::generic_category().message(error));
+}
+
+void WriteAll(const TemporaryFile& file, std::string_view bytes) {
+  while (!bytes.empty()) {
+    const std::size_t size = std::min(bytes.size(), kLargestWrite);
+    const std::ptrdiff_t written = WriteSome(file.number, bytes.data(), size);
+    if (written <= 0) FailWriting(file.path, std::generic_category().message(errno));
+    bytes.remove_prefix(static_cast<std::size_t>(written));
+  }
+}
+
+fs::path Target(const std::string& file) {
+  const fs::path path(std::u8string(file.begin(), file.end()));
+  std::error_code missing;
+  fs::path real = fs::canonical(path, missing);
+  return missing ? path : real;
+}
+
+}  // namespace
+
+void ReplaceFile(const std::string& file, const std::function<void(const TakeBytes&)>& write) {
+  const fs::path target = Target(file);
+  TemporaryFile temporary;
+  CreateBeside(target, &temporary);
+  CopyPermissions(temporary.number, target);
+  write([&temporary](std::string_view bytes) { WriteAll(temporary, bytes); });
+  if (!FlushToDisk(temporary.number)) {
+    FailWriting(target, std::generic_category().message(errno));
+  }
+  const bool closed = CloseNumber(temporary.number);
+  temporary.number = -1;
+  if (!closed) FailWriting(target, std::generic_category().message(errno));
+  std::error_code failed;
+  fs::rename(temporary.path, target, failed);
+  if (failed) FailWriting(target, failed.message());
+  temporary.placed = true;
+  FlushFolder(target.parent_path().empty() ? fs::path(".") : target.parent_path());
+}
+
+}  // namespace quillon::objects

@@ -1,0 +1,17 @@
+// Putting a file in the place of another without a moment at which neither is whole.
+#pragma once
+
+#include <functional>
+#include <string>
+#include <string_view>
+
+namespace quillon::objects {
+
+// Calls `write` with a routine that takes the new file's bytes, then puts the new file in the place
+// of `file` (UTF-8). Until then, and when anything fails, the old file is as it was and nothing is
+// left beside it. Links are followed; permissions of the old file are kept. Throws HostFailure
+// (kErrorWriteFile).
+using TakeBytes = std::function<void(std::string_view)>;
+void ReplaceFile(const std::string& file, const std::function<void(const TakeBytes&)>& write);
+
+}  // namespace quillon::objects

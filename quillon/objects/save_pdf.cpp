@@ -1,0 +1,18 @@
+#include "quillon/objects/pdf_file.h"
+#include "quillon/objects/replace_file.h"
+#include "quillon/objects/writer.h"
+
+namespace quillon {
+
+void SavePdfFile(ObjectDoc handle, const std::string& file) {
+  objects::Document& doc = objects::DocumentOfHandle(handle);
+  objects::FileIds ids;
+  objects::ReplaceFile(file, [&](const objects::TakeBytes& take) {
+    objects::Output out{take, {}, 0};
+    ids = objects::WriteDocument(doc, doc.header, out);
+  });
+  objects::SetFileIds(doc, ids);
+  doc.modified = false;
+}
+
+}  // namespace quillon

@@ -1,0 +1,70 @@
+#include "quillon/objects/source.h"
+
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+
+#include "quillon/core/failure.h"
+
+#ifndef _WIN32
+#include <fcntl.h>
+#include <sys/mman.h>
+#include <sys/stat.h>
+#include <unistd.h>
+#endif
+
+namespace quillon::objects {
+
+SourceBytes SourceFromString(std::string bytes) {
+  auto text = std::make_shared<const std::string>(std::move(bytes));
+  const std::string_view view = *text;
+  return {view, std::move(text)};
+}
+
+#ifdef _WIN32
+
+// Read instead of mapped: Windows refuses to replace a file that is mapped.
+SourceBytes ReadSource(const std::string& file) {
+  std::ifstream input(std::filesystem::path(std::u8string(file.begin(), file.end())),
+                      std::ios::binary);
+  if (!input) Fail(kErrorOpenFile, "The file " + file + " cannot be opened.");
+  std::string bytes(std::istreambuf_iterator<char>(input), {});
+  if (input.bad()) Fail(kErrorReadFile, "The file " + file + " cannot be read.");
+  return SourceFromString(std::move(bytes));
+}
+
+#else
+
+namespace {
+
+struct FileDescriptor {
+  int number;
+  explicit FileDescriptor(int opened) : number(opened) {}
+  ~FileDescriptor() {
+    if (number >= 0) close(number);
+  }
+  FileDescriptor(const FileDescriptor&) = delete;
+  FileDescriptor& operator=(const FileDescriptor&) = delete;
+};
+
+}  // namespace
+
+SourceBytes ReadSource(const std::string& file) {
+  const FileDescriptor descriptor(open(file.c_str(), O_RDONLY | O_CLOEXEC));
+  struct stat status {};
+  if (descriptor.number < 0 || fstat(descriptor.number, &status) != 0 || !S_ISREG(status.st_mode)) {
+    Fail(kErrorOpenFile, "The file " + file + " cannot be opened.");
+  }
+  const auto size = static_cast<std::size_t>(status.st_size);
+  if (size == 0) return SourceFromString({});
+  void* mapped = mmap(nullptr, size, PROT_READ, MAP_PRIVATE, descriptor.number, 0);
+  if (mapped == MAP_FAILED) Fail(kErrorReadFile, "The file " + file + " cannot be read.");
+  const std::string_view bytes(static_cast<const char*>(mapped), size);
+  return {bytes, std::shared_ptr<const void>(mapped, [size](const void* start) {
+            munmap(const_cast<void*>(start), size);
+          })};
+}
+
+#endif
+
+}  // namespace quillon::objects

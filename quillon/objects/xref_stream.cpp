@@ -1,0 +1,89 @@
+// Cross-reference streams (ISO 32000-1, 7.5.8).
+#include <array>
+
+#include "quillon/objects/load.h"
+#include "quillon/objects/stream_data.h"
+#include "quillon/objects/xref_reader.h"
+
+namespace quillon::objects {
+namespace {
+
+// Widths, in bytes, of an entry's type and its two fields (table 17).
+using FieldWidths = std::array<std::size_t, 3>;
+constexpr std::int32_t kMaxFieldWidth = 8;
+
+std::vector<std::int32_t> IntegersOf(Document& doc, const Value& value) {
+  std::vector<std::int32_t> integers;
+  const std::uint32_t array = CellOf(doc, value, CellKind::kArray);
+  if (array == 0) return integers;
+  Cell& cell = CellAt(doc.cells, array);
+  for (std::uint32_t i = 0; i < cell.size; ++i) {
+    std::int32_t integer = 0;
+    ReadInteger(doc, ElementsOf(cell)[i], &integer);
+    integers.push_back(integer);
+  }
+  return integers;
+}
+
+FieldWidths WidthsOf(Document& doc, const XrefSection& section) {
+  const std::vector<std::int32_t> listed = IntegersOf(doc, EntryValue(doc, section.dict, "W"));
+  FieldWidths widths{};
+  bool fits = listed.size() >= widths.size();
+  for (std::size_t i = 0; fits && i < widths.size(); ++i) {
+    fits = listed[i] >= 0 && listed[i] <= kMaxFieldWidth;
+    widths[i] = static_cast<std::size_t>(listed[i]);
+  }
+  if (!fits || widths[0] + widths[1] + widths[2] == 0) {
+    FailXref(doc, section.position, "A cross-reference stream without field widths stands");
+  }
+  return widths;
+}
+
+std::uint64_t TakeField(const char*& at, std::size_t width, std::uint64_t otherwise) {
+  if (width == 0) return otherwise;
+  std::uint64_t value = 0;
+  for (std::size_t i = 0; i < width; ++i) value = value << 8 | static_cast<unsigned char>(*at++);
+  return value;
+}
+
+void EnterFields(Document& doc, std::uint64_t number, std::uint64_t type, std::uint64_t second,
+                 std::uint64_t third) {
+  const auto generation = static_cast<std::uint16_t>(third);
+  if (type == 0) {
+    EnterObject(doc, number, SlotState::kFree, 0, generation);
+  } else if (type == 1) {
+    EnterObject(doc, number, SlotState::kInFile, second, generation);
+  } else if (type == 2 && second <= kMaxObjectNumber && third <= 0xFFFFFFFFu) {
+    EnterObject(doc, number, SlotState::kCompressed, second << 32 | third, 0);
+  }
+  // Other types are for readers of later versions; the objects are null to this one.
+}
+
+}  // namespace
+
+void ReadXrefStream(Document& doc, XrefSection* section) {
+  Value value = kNullValue;
+  if (!ParseObjectAt(doc, section->position, &section->stream, &value)) {
+    FailXref(doc, section->position, "No cross-references stand");
+  }
+  const std::uint32_t cell = CellOf(doc, value, CellKind::kStream);
+  if (cell == 0) FailXref(doc, section->position, "An object that is no stream stands");
+  section->dict = CellAt(doc.cells, cell).capacity;
+  const FieldWidths widths = WidthsOf(doc, *section);
+  const std::string bytes = DecodedBytes(doc, cell, section->stream);
+  std::vector<std::int32_t> index = IntegersOf(doc, EntryValue(doc, section->dict, "Index"));
+  if (index.empty()) index = {0, IntegerEntry(doc, section->dict, "Size", 0)};
+  const char* at = bytes.data();
+  const char* end = at + bytes.size();
+  const auto length = static_cast<std::ptrdiff_t>(widths[0] + widths[1] + widths[2]);
+  for (std::size_t i = 0; i + 1 < index.size(); i += 2) {
+    for (std::int32_t j = 0; j < index[i + 1] && end - at >= length; ++j) {
+      const std::uint64_t type = TakeField(at, widths[0], 1);
+      const std::uint64_t second = TakeField(at, widths[1], 0);
+      const std::uint64_t third = TakeField(at, widths[2], 0);
+      EnterFields(doc, static_cast<std::uint64_t>(std::int64_t{index[i]} + j), type, second, third);
+    }
+  }
+}
+
+}  // namespace quillon::objects

@@ -1,0 +1,46 @@
+#include "tests/end_to_end/fields_of.h"
+
+namespace quillon::test {
+namespace {
+
+struct PluginOption : testing::Test {
+  std::string Log() { return ReadFile(log); }
+
+  TempFolder folder;
+  std::string log = folder.File("sample.log");
+  std::vector<std::string> environment = {"QUILLON_SAMPLE_LOG=" + log};
+};
+
+TEST_F(PluginOption, ForeignPlugInGetsTablesFormsAndEvents) {
+  const std::string out = folder.File("out.pdf");
+  const ProcessResult result = Quillon(
+      {"--plugin", SAMPLE_PLUGIN, "fill", ExampleForm(), "applicant.city=London", "-o", out}, {},
+      environment);
+  ASSERT_EQ(result.status, 0) << result.err;
+  for (const char* line :
+       {"table Cel 36 slots\n", "table QuillView 59 slots\n", "table DocModel 46 slots\n",
+        "table QuillSupport 37 slots\n", "table Forms 22 slots\n", "raise caught\n", "opened 0\n",
+        "field applicant.city\n", "field remarks\n", "changed applicant.city to London\n",
+        "unloaded\n"}) {
+    EXPECT_NE(Log().find(line), std::string::npos) << line << "in\n" << Log();
+  }
+}
+
+TEST_F(PluginOption, PluginsCommandTellsWhoRegisteredWhat) {
+  const ProcessResult result = Quillon({"--plugin", SAMPLE_PLUGIN, "plugins"}, {}, environment);
+  EXPECT_EQ(result.status, 0) << result.err;
+  const std::size_t forms = result.out.find("Forms\n"), sample = result.out.find("Sample\n");
+  ASSERT_NE(forms, std::string::npos) << result.out;
+  ASSERT_NE(sample, std::string::npos) << result.out;
+  EXPECT_LT(forms, sample);
+  EXPECT_NE(result.out.find("notification: 0x04", sample), std::string::npos) << result.out;
+}
+
+TEST_F(PluginOption, ModuleThatIsNoPlugInIsAnError) {
+  const ProcessResult result = Quillon({"--plugin", folder.File("missing.so"), "plugins"});
+  EXPECT_EQ(result.status, 2);
+  EXPECT_NE(result.err.find("missing.so"), std::string::npos) << result.err;
+}
+
+}  // namespace
+}  // namespace quillon::test

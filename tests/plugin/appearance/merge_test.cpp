@@ -1,0 +1,215 @@
+// Replacing the marked section of appearances that other programs drew.
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "plugin/appearance/form_stream.h"
+#include "plugin/model/keys.h"
+#include "tests/plugin/appearance/appearance_host.h"
+#include "tests/plugin/appearance/show_object.h"
+
+namespace quillform {
+namespace {
+
+constexpr Fixed kOne = kFixedOne;
+constexpr const char* kSection = "q (new) Tj Q EMC";
+
+struct MergeTest : AppearanceHost {
+  TextAppearance look{};
+
+  MergeTest() {
+    look.baseFont = key::Helvetica;
+    look.fontResource = key::Helv;
+  }
+
+  ContentWriter Writer(std::uint16_t rotation = 0) {
+    ContentWriter writer = NewContentWriter({0, 20 * kOne, 100 * kOne, 0}, rotation);
+    BeginMarkedContent(writer, key::Tx);
+    WriteOp(writer, "q");
+    WriteOp(writer, "%s Tj", "new");
+    WriteRestore(writer);
+    EndMarkedContent(writer);
+    return writer;
+  }
+
+  ObjectHandle OldStream(const std::string& content, const std::string& entries = "") {
+    return Objects->DictGet(Open("<< /Old 1 0 R >>", {{entries, content}}),
+                            Core->AtomFromName("Old"));
+  }
+
+  // The merged content, "null" for no stream.
+  std::string Merged(const std::string& content) {
+    ContentWriter writer = Writer();
+    const ObjectHandle stream = MergeMarkedContent(OldStream(content), writer, look, kNullObject);
+    return IsNull(stream) ? "null" : StreamText(stream);
+  }
+};
+
+TEST_F(MergeTest, ReplacesOnlyTheSectionWhateverStandsAroundIt) {
+  const std::string section = kSection;
+  const struct {
+    const char* content;
+    std::string merged;
+  } cases[] = {
+      {"/Tx BMC q (old) Tj Q EMC Q", "/Tx BMC " + section + "\n Q"},
+      {"1 g 0 0 9 9 re f /Tx BMC BT ET EMC\n0 G\n",
+       "1 g 0 0 9 9 re f /Tx BMC " + section + "\n\n0 G\n"},
+      {"q q /Tx BMC EMC Q Q", "q q /Tx BMC " + section + "\n Q Q"},
+      {"q\r\n/Tx BMC\r\nBT (old) Tj ET\r\nEMC\r\nQ\r\n",
+       "q\r\n/Tx BMC\r" + section + "\n\r\nQ\r\n"},
+      {"/Tx  BMC\t(old) Tj\tEMC\tQ", "/Tx  BMC\t" + section + "\n\tQ"},
+      {"/Tx BMC (old) Tj EMC", "/Tx BMC " + section + "\n"},
+      {"//Tx BMC (old) Tj EMC Q", "//Tx BMC " + section + "\n Q"},
+      {"/Tx BM /Tx BMC (old) Tj EMC Q", "/Tx BM /Tx BMC " + section + "\n Q"},
+  };
+  for (const auto& one : cases) EXPECT_EQ(Merged(one.content), one.merged) << one.content;
+}
+
+TEST_F(MergeTest, EndOperatorIsFoundOutsideStringsAndAsAWholeWord) {
+  const std::string expected = std::string("/Tx BMC ") + kSection + "\n Q";
+  for (const char* content : {
+           "/Tx BMC ( EMC ) Tj EMC Q",
+           "/Tx BMC (a ( EMC ) b EMC ) Tj EMC Q",
+           "/Tx BMC (a \\) EMC \\( b) Tj EMC Q",
+           "/Tx BMC (\\\\) Tj EMC Q",
+           "/Tx BMC (x)EMC Tj EMC Q",
+           "/Tx BMC EMCx xEMC EM EEMC EMC( EMC ) EMC Q",
+           "/Tx BMC ) EMC Q",
+       }) {
+    EXPECT_EQ(Merged(content), expected) << content;
+  }
+}
+
+TEST_F(MergeTest, ContentWithoutACompleteSectionIsNotMerged) {
+  for (const char* content : {
+           "",
+           "q 1 g 0 0 9 9 re f Q",
+           "/Tx << /MCID 0 >> BDC (old) Tj EMC Q",
+           "/P BMC (old) Tj EMC Q",
+           "q /TxBMC (old) Tj EMC Q",
+           "q /Tx BMC (old) Tj ET Q",
+           "q /Tx BMC (old EMC Tj EMC Q",
+           "q /Tx BMC",
+       }) {
+    EXPECT_EQ(Merged(content), "null") << content;
+  }
+}
+
+TEST_F(MergeTest, OperatorsMayLieAcrossTheBlocksInWhichTheHostReads) {
+  for (std::size_t before = 4080; before < 4100; ++before) {
+    const std::string padding(before, 'x');
+    EXPECT_EQ(Merged(padding + " /Tx BMC (old) Tj EMC Q"),
+              padding + " /Tx BMC " + kSection + "\n Q");
+    EXPECT_EQ(Merged("/Tx BMC " + padding + " EMC " + padding),
+              std::string("/Tx BMC ") + kSection + "\n " + padding);
+  }
+}
+
+TEST_F(MergeTest, EmptyWriterEmptiesTheSection) {
+  ContentWriter writer = NewContentWriter({0, 20 * kOne, 100 * kOne, 0}, 0);
+  const ObjectHandle stream =
+      MergeMarkedContent(OldStream("1 g f /Tx BMC (old) Tj EMC Q"), writer, look, kNullObject);
+  EXPECT_EQ(StreamText(stream), "1 g f /Tx BMC EMC\n Q");
+
+  ContentWriter second = NewContentWriter({0, 20 * kOne, 100 * kOne, 0}, 0);
+  EXPECT_TRUE(
+      IsNull(MergeMarkedContent(OldStream("/Tx BMC (old) Tj EMC"), second, look, kNullObject)))
+      << "what is left is too short to be worth a stream";
+}
+
+TEST_F(MergeTest, WriterWithoutAMarkedSectionIsNotMerged) {
+  for (const char* text : {"q Q", "/Tx BMC q", "BMC q EMC", "/TxBMC q EMC", "/Tx BMC qEMC"}) {
+    ContentWriter writer = NewContentWriter({0, 20 * kOne, 100 * kOne, 0}, 0);
+    writer.text = text;
+    EXPECT_TRUE(IsNull(
+        MergeMarkedContent(OldStream("/Tx BMC (old) Tj EMC Q Q Q Q"), writer, look, kNullObject)))
+        << text;
+  }
+}
+
+TEST_F(MergeTest, KeepsTheFilterAndCompressesPlainContentOnlyWhenLong) {
+  const std::string hex =
+      "2F547820424D4320286F6C642920546A20454D43205120512051>";  // ASCIIHexDecode
+  ContentWriter writer = Writer();
+  const ObjectHandle kept =
+      MergeMarkedContent(OldStream(hex, "/Filter [/ASCIIHexDecode]"), writer, look, kNullObject);
+  EXPECT_EQ(ShowObject(Objects->DictGet(kept, key::Filter)), "[/ASCIIHexDecode]");
+  EXPECT_EQ(StreamText(kept), std::string("/Tx BMC ") + kSection + "\n Q Q Q");
+
+  const char* const old = "/Tx BMC (old) Tj EMC Q";
+  const ObjectHandle plain = MergeMarkedContent(OldStream(old), writer, look, kNullObject);
+  EXPECT_EQ(ShowObject(Objects->DictGet(plain, key::Filter)), "null");
+
+  ContentWriter longWriter = NewContentWriter({0, 20 * kOne, 100 * kOne, 0}, 0);
+  BeginMarkedContent(longWriter, key::Tx);
+  WriteOp(longWriter, "%s Tj", std::string(300, 'x').c_str());
+  EndMarkedContent(longWriter);
+  const ObjectHandle packed = MergeMarkedContent(OldStream(old), longWriter, look, kNullObject);
+  EXPECT_EQ(ShowObject(Objects->DictGet(packed, key::Filter)), "[/FlateDecode]");
+}
+
+TEST_F(MergeTest, BoxStandsAsTheWidgetAndTheMatrixTurnsIt) {
+  const struct {
+    std::uint16_t rotation;
+    const char* matrix;
+  } cases[] = {
+      {0, "null"}, {90, "[0 1 -1 0 100 0]"}, {180, "[-1 0 0 -1 100 20]"}, {270, "[0 -1 1 0 0 20]"}};
+  for (const auto& one : cases) {
+    ContentWriter writer = Writer(one.rotation);
+    const ObjectHandle stream =
+        MergeMarkedContent(OldStream("/Tx BMC (old) Tj EMC Q"), writer, look, kNullObject);
+    EXPECT_EQ(ShowObject(Objects->DictGet(stream, key::BBox)), "[0 0 100 20]") << one.rotation;
+    EXPECT_EQ(ShowObject(Objects->DictGet(stream, key::Matrix)), one.matrix) << one.rotation;
+  }
+}
+
+TEST_F(MergeTest, TakesTheOldResourcesOverAndAddsTheFontThatTheyLack) {
+  const char* const content = "/Tx BMC (old) Tj EMC Q";
+  const struct {
+    const char* resources;
+    const char* expected;
+  } cases[] = {
+      {"<< /Font << /F1 << /BaseFont /Courier >> >> /ExtGState << /G 1 >> >>",
+       "<< /ExtGState << /G 1 >> /Font << /F1 << /BaseFont /Courier >> "
+       "/Helv << /BaseFont /Helvetica >> >> >>"},
+      {"<< /Font << /Helv << /BaseFont /Arial >> >> >>",
+       "<< /Font << /Helv << /BaseFont /Arial >> >> >>"},
+      {"<< /ProcSet [/PDF] >>",
+       "<< /Font << /Helv << /BaseFont /Helvetica >> >> /ProcSet [/PDF] >>"},
+      {"null", "<< /Font << /Helv << /BaseFont /Helvetica >> >> >>"},
+  };
+  for (const auto& one : cases) {
+    const ObjectHandle holder = Open(
+        "<< /Old 1 0 R /DR << /Font << /Helv << /BaseFont /Helvetica >> "
+        ">> >> >>",
+        {{std::string("/Resources ") + one.resources, content}});
+    const ObjectHandle old = Objects->DictGet(holder, Core->AtomFromName("Old"));
+    ContentWriter writer = Writer();
+    const ObjectHandle stream =
+        MergeMarkedContent(old, writer, look, Objects->DictGet(holder, key::DR));
+    EXPECT_EQ(ShowObject(Objects->DictGet(stream, key::Resources)), one.expected);
+    EXPECT_TRUE(IsNull(Objects->DictGet(old, key::Resources)));
+    EXPECT_EQ(ShowObject(Objects->DictGet(holder, key::DR)),
+              "<< /Font << /Helv << /BaseFont /Helvetica >> >> >>");
+  }
+}
+
+TEST_F(MergeTest, FailureOfTheHostGivesNoStream) {
+  const ObjectHandle old = OldStream("/Tx BMC (old) Tj EMC Q");
+  ContentWriter writer = Writer();
+  {
+    const FailingSlot failing(&Objects->NewStream);
+    EXPECT_TRUE(IsNull(MergeMarkedContent(old, writer, look, kNullObject)));
+  }
+  {
+    const FailingSlot failing(&Support->ReadStream);
+    EXPECT_TRUE(IsNull(MergeMarkedContent(old, writer, look, kNullObject)));
+  }
+  EXPECT_FALSE(IsNull(MergeMarkedContent(old, writer, look, kNullObject)));
+  EXPECT_TRUE(IsNull(
+      MergeMarkedContent(OldStream("zz", "/Filter /FlateDecode"), writer, look, kNullObject)));
+}
+
+}  // namespace
+}  // namespace quillform

@@ -1,0 +1,169 @@
+#include "plugin/appearance/text_field.h"
+
+#include <gtest/gtest.h>
+
+#include "plugin/appearance/form_stream.h"
+#include "plugin/model/field_tree.h"
+#include "plugin/model/field_values.h"
+#include "plugin/model/keys.h"
+#include "tests/plugin/appearance/show_object.h"
+#include "tests/plugin/appearance/widget_host.h"
+
+namespace quillform {
+namespace {
+
+constexpr const char* kLook = "/DA (/Helv 12 Tf 0 g) ";
+constexpr const char* kFramed = "/DA (/Helv 12 Tf 0 g) /MK << /BG [1] /BC [0] >> ";
+constexpr const char* kFrame = "1 g 0 0 200 20 re f 0 G 1 w 0.5 0.5 199 19 re s";
+constexpr const char* kHello = "BT /Helv 12 Tf 0 g  1 0 0 1 1 5.548 Tm (Hello) Tj ET";
+
+struct TextFieldTest : WidgetHost {
+  std::string Built(AnnotHandle annot, ObjectHandle value) {
+    EXPECT_EQ(CodeOf([&] { BuildTextAppearance(annot, value); }), 0);
+    return ContentOf(annot);
+  }
+
+  // A widget without MK whose normal appearance draws `content`.
+  AnnotHandle OpenDrawn(const std::string& content, const std::string& entries = kLook) {
+    return OpenWidget("Tx", entries + "/AP << /N 11 0 R >>", "[100 700 300 720]",
+                      {.objects = {StreamObject("/BBox [0 0 200 20]", content)}});
+  }
+
+  static std::string EntryOfStream(AnnotHandle annot, Atom key) {
+    return ShowObject(Objects->DictGet(AppearanceOf(annot, key::N, kNoAtom), key));
+  }
+};
+
+TEST_F(TextFieldTest, FramedWidgetIsDrawnFromScratch) {
+  const AnnotHandle annot = OpenWidget("Tx", kFramed);
+  EXPECT_EQ(Built(annot, Text("Hello")),
+            std::string(kFrame) + " /Tx BMC q 1 1 198 18 re W n " + kHello + " Q EMC");
+  EXPECT_EQ(EntryOfStream(annot, key::BBox), "[0 0 200 20]");
+  EXPECT_EQ(Built(annot, quillon::kNullObject), kFrame) << "an empty value leaves the frame";
+}
+
+TEST_F(TextFieldTest, ValuesOfEveryKindAreShownAsText) {
+  const AnnotHandle annot = OpenWidget("Tx", kLook);
+  const struct {
+    ObjectHandle value;
+    const char* shown;
+  } cases[] = {{Objects->NewName(objects, false, key::Helv), "(Helv)"},
+               {Objects->NewInteger(objects, false, -12), "(-12)"},
+               {Objects->NewFixed(objects, false, kFixedOne / 8), "(0.125)"},
+               {Objects->NewBoolean(objects, false, true), "(Yes)"},
+               {Objects->NewBoolean(objects, false, false), "(No)"},
+               {Text("a(b"), "(a\\(b)"},
+               {Text(std::string("\xFE\xFF\0H\0i", 6)), "(Hi)"}};
+  for (const auto& one : cases) {
+    EXPECT_NE(Built(annot, one.value).find(std::string(one.shown) + " Tj"), std::string::npos)
+        << one.shown;
+  }
+  EXPECT_EQ(Built(annot, Objects->NewArray(objects, false, 0)).rfind("/Tx BMC EMC", 0), 0U)
+      << "the section of the build before is emptied";
+}
+
+TEST_F(TextFieldTest, PasswordsAreShownAsAsterisks) {
+  const AnnotHandle annot = OpenWidget("Tx", std::string(kLook) + "/Ff 8192");
+  const std::string drawn = Built(annot, Text("se\xE9ret"));
+  EXPECT_NE(drawn.find("(******) Tj"), std::string::npos) << drawn;
+}
+
+TEST_F(TextFieldTest, MultiLineValuesBreakAtCarriageReturnsOnly) {
+  const AnnotHandle annot =
+      OpenWidget("Tx", std::string(kLook) + "/Ff 4096 /BS << /S /I /W 1 >>", "[100 700 300 750]");
+  FieldNodeOfWidget(annot)->status |= kNodeMultiLineCommit;
+  EXPECT_EQ(Built(annot, Text("a\r\nb\nc")),
+            "/Tx BMC q 2 2 196 46 re W n 0 g BT /Helv 12 Tf 0 g  1 0 0 1 0 50.484 Tm "
+            "2 -13.8721 Td (a) Tj 0 -13.8721 Td (bc) Tj ET Q EMC");
+  EXPECT_EQ(FieldNodeOfWidget(annot)->status & kNodeMultiLineCommit, 0U);
+}
+
+TEST_F(TextFieldTest, TurnedWidgetsAreDrawnInTheirOwnFrame) {
+  const struct {
+    int rotation;
+    const char* clip;
+    const char* box;
+    const char* start;
+  } cases[] = {{90, "q 1 1 18 198 re W n", "[0 0 20 200]", "1 95.548 Tm"},
+               {180, "q 1 1 198 18 re W n", "[0 0 200 20]", "1 5.548 Tm"},
+               {270, "q 1 1 18 198 re W n", "[0 0 20 200]", "1 95.548 Tm"}};
+  for (const auto& one : cases) {
+    const AnnotHandle annot =
+        OpenWidget("Tx", std::string(kLook) + "/MK << /R " + std::to_string(one.rotation) + " >>");
+    const std::string drawn = Built(annot, Text("Hello"));
+    EXPECT_NE(drawn.find(one.clip), std::string::npos) << drawn;
+    EXPECT_NE(drawn.find(one.start), std::string::npos) << drawn;
+    EXPECT_EQ(EntryOfStream(annot, key::BBox), one.box);
+  }
+}
+
+TEST_F(TextFieldTest, DrawnHeightScalesTheWholeWidget) {
+  const AnnotHandle annot =
+      OpenWidget("Tx", std::string(kLook) + "/MK << >> /OH 20", "[100 700 300 740]");
+  const std::string drawn = Built(annot, Text("Hello"));
+  EXPECT_EQ(EntryOfStream(annot, key::BBox), "[0 0 100 20]");
+  EXPECT_NE(drawn.find("q 1 1 98 18 re W n"), std::string::npos) << drawn;
+}
+
+TEST_F(TextFieldTest, AnAuthorsAppearanceKeepsAllButItsMarkedSection) {
+  const char* drawn = "q 0 0 5 5 re W n /Tx BMC (old) Tj EMC Q";
+  AnnotHandle annot = OpenDrawn(drawn);
+  EXPECT_EQ(Built(annot, Text("Hello")),
+            std::string("q 0 0 5 5 re W n /Tx BMC ") + kHello + " EMC\n Q");
+  annot = OpenDrawn(drawn);
+  EXPECT_EQ(Built(annot, quillon::kNullObject), "q 0 0 5 5 re W n /Tx BMC EMC\n Q");
+}
+
+TEST_F(TextFieldTest, AnAppearanceWithoutAMarkedSectionIsReplaced) {
+  const AnnotHandle annot = OpenDrawn("q 1 0 0 rg 0 0 5 5 re f Q");
+  EXPECT_EQ(Built(annot, Text("Hello")),
+            std::string("/Tx BMC q 1 1 198 18 re W n ") + kHello + " Q EMC");
+}
+
+TEST_F(TextFieldTest, AnEmptyValueWithoutFrameAndAppearanceLeavesNone) {
+  const AnnotHandle annot = OpenWidget("Tx", kLook);
+  EXPECT_NE(Built(annot, Text("Hello")), "none");
+  Objects->DictRemove(Document->AnnotDict(annot), key::AP);
+  EXPECT_EQ(Built(annot, Text("")), "none");
+  EXPECT_EQ(Entry(annot, key::AP), "null");
+}
+
+TEST_F(TextFieldTest, AWidgetWithoutFieldLosesItsAppearance) {
+  const AnnotHandle annot = OpenFields(
+      {"/Type /Annot /Subtype /Widget /Parent 12 0 R /Rect [0 0 9 9] /AP << /N 11 0 R >>"},
+      {.objects = {StreamObject("/BBox [0 0 9 9]", "q old Q"), "<< /T [] >>"}});
+  ASSERT_EQ(FieldNodeOfWidget(annot), nullptr) << "a field needs a name";
+  EXPECT_EQ(Built(annot, Text("Hello")), "none");
+}
+
+TEST_F(TextFieldTest, AFailedBuildLeavesTheOldAppearance) {
+  const AnnotHandle annot =
+      OpenWidget("Tx", "/DA (/Helv 12 Tf 0 0 g) /AP << /N 11 0 R >>", "[100 700 300 720]",
+                 {.objects = {StreamObject("/BBox [0 0 9 9]", "q old Q")}});
+  EXPECT_EQ(CodeOf([&] { BuildTextAppearance(annot, Text("Hello")); }), quillon::kErrorBadObject);
+  EXPECT_EQ(ContentOf(annot), "q old Q");
+}
+
+TEST_F(TextFieldTest, SettingAValueRedrawsEveryWidgetOfTheField) {
+  OpenFields({"/FT /Tx /T (twice) /Kids [11 0 R 12 0 R] /DA (/Helv 12 Tf 0 g)",
+              "/Type /Annot /Subtype /Widget /Parent 10 0 R /Rect [0 0 200 20]",
+              "/Type /Annot /Subtype /Widget /Parent 10 0 R /Rect [0 30 200 50]"});
+  const FieldNode node = FieldNodeOfWidget(Widget(0));
+  ASSERT_EQ(CodeOf([&] { SetFieldValue(node, Text("Hello")); }), 0);
+  for (const std::uint32_t index : {0U, 1U}) {
+    EXPECT_NE(ContentOf(Widget(index)).find(kHello), std::string::npos) << index;
+  }
+}
+
+TEST_F(TextFieldTest, AChangedFontIsNoticedAtTheNextBuild) {
+  const AnnotHandle annot = OpenWidget("Tx", kLook);
+  Built(annot, Text("Hello"));
+  const ObjectHandle fonts = Objects->DictGet(Objects->DictGet(Form(), key::DR), key::Font);
+  Objects->DictPut(fonts, key::Helv, Objects->DictGet(fonts, key::Cour));
+  TextAppearance look;
+  FieldTextAppearance(FieldNodeOfWidget(annot), &look);
+  EXPECT_EQ(look.baseFont, key::Courier);
+}
+
+}  // namespace
+}  // namespace quillform

@@ -1,0 +1,154 @@
+#include "plugin/host/form_events.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "plugin/host/form_event_list.h"
+#include "quillon/core/guard.h"
+#include "quillon/support/memory.h"
+#include "tests/plugin/frame/plug_in_life.h"
+
+namespace quillform {
+namespace {
+
+constexpr FailureCode kSubscriberError = 0x40001234;
+
+// Subscribers note their letter here: small when notified, capital when told of a failure.
+std::string calls;
+
+struct Subscriber {
+  char letter;
+  std::uint32_t event;
+  std::uint32_t identifier = 0;
+  bool raises = false;
+  bool unregistersItself = false;
+  Subscriber* registers = nullptr;
+};
+
+void OnFailure(FailureCode error, FormEventRecord*, void* clientData) {
+  const auto* subscriber = static_cast<const Subscriber*>(clientData);
+  calls.push_back(static_cast<char>(subscriber->letter - 'a' + 'A'));
+  EXPECT_EQ(error, kSubscriberError);
+  Raise(quillon::kErrorGeneral);  // is dropped
+}
+
+void OnEvent(FormEventRecord*, void* clientData);
+
+void Subscribe(Subscriber& subscriber) {
+  subscriber.identifier = FormEventRegister(subscriber.event, &OnEvent, &OnFailure, &subscriber);
+}
+
+void OnEvent(FormEventRecord*, void* clientData) {
+  auto* subscriber = static_cast<Subscriber*>(clientData);
+  calls.push_back(subscriber->letter);
+  if (subscriber->unregistersItself) FormEventUnregister(subscriber->event, subscriber->identifier);
+  if (subscriber->registers != nullptr) Subscribe(*subscriber->registers);
+  if (subscriber->raises) Raise(kSubscriberError);
+}
+
+struct FormEvents : testing::Test {
+  FormEvents() {
+    calls.clear();
+    EXPECT_TRUE(life.SetUp());
+    blocks = quillon::CountMemory().blocks;
+    EXPECT_TRUE(CreateFormEventLists());
+  }
+  ~FormEvents() override {
+    DestroyFormEventLists();
+    EXPECT_EQ(quillon::CountMemory().blocks, blocks);
+    EXPECT_EQ(quillon::OpenFrameCount(), 0u);
+  }
+
+  FailureCode Announce(std::uint32_t event) {
+    FormEventRecord record{};
+    return CatchFailure([&] { FormEventAnnounce(event, &record); });
+  }
+
+  PlugInLife life;
+  std::size_t blocks;
+};
+
+TEST_F(FormEvents, identifiers_are_never_given_twice) {
+  EXPECT_EQ(FormEventRegister(0, nullptr, nullptr, nullptr), 1u);
+  EXPECT_EQ(FormEventRegister(0, nullptr, nullptr, nullptr), 2u);
+  FormEventUnregister(0, 1);
+  EXPECT_EQ(FormEventRegister(0, nullptr, nullptr, nullptr), 3u);
+  EXPECT_EQ(FormEventRegister(9, nullptr, nullptr, nullptr), 1u) << "each event counts for itself";
+}
+
+TEST_F(FormEvents, an_identifier_that_is_gone_is_an_error) {
+  FormEventRegister(4, nullptr, nullptr, nullptr);
+  FormEventUnregister(4, 1);
+  EXPECT_EQ(CatchFailure([] { FormEventUnregister(4, 1); }), quillon::kErrorBadParameter);
+  EXPECT_EQ(CatchFailure([] { FormEventUnregister(3, 1); }), quillon::kErrorBadParameter);
+}
+
+TEST_F(FormEvents, numbers_outside_the_range_do_nothing) {
+  EXPECT_EQ(FormEventRegister(10, nullptr, nullptr, nullptr), 0u);
+  EXPECT_EQ(CatchFailure([] { FormEventUnregister(10, 1); }), 0);
+  EXPECT_EQ(Announce(0xFFFFFFFF), 0);
+}
+
+TEST_F(FormEvents, subscribers_are_called_in_the_order_they_came) {
+  Subscriber a{'a', 1};
+  Subscriber b{'b', 1};
+  Subscriber other{'x', 2};
+  Subscribe(a);
+  Subscribe(other);
+  FormEventRegister(1, nullptr, nullptr, nullptr);
+  Subscribe(b);
+  EXPECT_EQ(Announce(1), 0);
+  EXPECT_EQ(calls, "ab");
+}
+
+TEST_F(FormEvents, an_error_ends_the_announcement_and_is_told_to_those_already_called) {
+  Subscriber a{'a', 1};
+  Subscriber b{'b', 1};
+  Subscriber c{'c', 1};
+  b.raises = true;
+  Subscribe(a);
+  Subscribe(b);
+  Subscribe(c);
+  EXPECT_EQ(Announce(1), kSubscriberError);
+  EXPECT_EQ(calls, "abAB");
+}
+
+TEST_F(FormEvents, one_that_is_added_meanwhile_waits_for_the_next_announcement) {
+  Subscriber added{'z', 5};
+  Subscriber a{'a', 5};
+  a.registers = &added;
+  Subscribe(a);
+  EXPECT_EQ(Announce(5), 0);
+  EXPECT_EQ(calls, "a");
+  a.registers = nullptr;
+  EXPECT_EQ(Announce(5), 0);
+  EXPECT_EQ(calls, "aaz");
+}
+
+TEST_F(FormEvents, positions_count_when_one_takes_itself_off) {
+  Subscriber a{'a', 6};
+  Subscriber b{'b', 6};
+  Subscriber c{'c', 6};
+  a.unregistersItself = true;
+  Subscribe(a);
+  Subscribe(b);
+  Subscribe(c);
+  EXPECT_EQ(Announce(6), 0);
+  EXPECT_EQ(calls, "ac") << "b has moved up to a position that was already called";
+}
+
+TEST_F(FormEvents, a_full_list_refuses_or_lets_its_oldest_go) {
+  FormEventList list{{}, 2, 0, false};
+  AddRegistration(list, nullptr, nullptr, nullptr);
+  AddRegistration(list, nullptr, nullptr, nullptr);
+  EXPECT_EQ(CatchFailure([&] { AddRegistration(list, nullptr, nullptr, nullptr); }),
+            quillon::kErrorBadParameter);
+  list.replaceOldest = true;
+  EXPECT_EQ(AddRegistration(list, nullptr, nullptr, nullptr), 3u);
+  EXPECT_EQ(list.registrations.size(), 2u);
+  EXPECT_EQ(list.registrations.front()->identifier, 2u);
+}
+
+}  // namespace
+}  // namespace quillform

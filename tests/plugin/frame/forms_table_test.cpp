@@ -1,0 +1,85 @@
+#include "sdk/forms_table.h"
+
+#include <gtest/gtest.h>
+
+#include "quillon/core/operations.h"
+#include "tests/plugin/frame/plug_in_life.h"
+
+namespace quillform {
+namespace {
+
+using quillon::test::RaisedBy;
+
+FormsTable* Forms(std::uint32_t version = kFormsVersion) {
+  return static_cast<FormsTable*>(
+      quillon::core::GetTable(quillon::core::AtomFromName(kFormsTableName), version));
+}
+
+TEST(FormsTable, is_one_and_the_same_for_every_request_at_its_version) {
+  PlugInLife life;
+  ASSERT_TRUE(life.SetUp());
+  ASSERT_TRUE(life.ShakeHands());
+  CallLog().clear();
+  EXPECT_EQ(Forms(0x20000), nullptr);
+  EXPECT_EQ(Forms(0x0FFFF), nullptr);
+  EXPECT_TRUE(CallLog().empty()) << "no table is made for a version that is not offered";
+
+  const FormsTable* table = Forms();
+  ASSERT_NE(table, nullptr);
+  EXPECT_EQ(Forms(), table);
+  EXPECT_EQ(CallLog().size(), 22u);
+  EXPECT_EQ(table->slotCount, 22u);
+  const auto* words = reinterpret_cast<const std::uintptr_t*>(table);
+  for (std::size_t slot = 1; slot <= 22; ++slot) EXPECT_NE(words[slot], 0u) << slot;
+}
+
+TEST(FormsTable, refuses_what_cannot_be_done_yet_to_the_callers_block) {
+  PlugInLife life;
+  ASSERT_TRUE(life.SetUp());
+  ASSERT_TRUE(life.ShakeHands());
+  const FormsTable* table = Forms();
+  ASSERT_NE(table, nullptr);
+  const quillon::ObjectHandle none = quillon::kNullObject;
+  EXPECT_EQ(RaisedBy([&] { table->CreateFDFFromForm(nullptr, none, 0, 0, 0, 0, nullptr); }),
+            quillon::kErrorNotOffered);
+  EXPECT_EQ(RaisedBy([&] { table->WriteURLEncoded(nullptr, none, 0, 0, nullptr); }),
+            quillon::kErrorNotOffered);
+  EXPECT_EQ(RaisedBy([&] { table->ImportFDF(nullptr, nullptr); }), quillon::kErrorNotOffered);
+  EXPECT_EQ(RaisedBy([&] { table->ResetFields(nullptr, none, 0); }), quillon::kErrorNotOffered);
+  EXPECT_EQ(quillon::OpenFrameCount(), 0u);
+}
+
+TEST(FormsTable, answers_for_no_node_without_raising) {
+  PlugInLife life;
+  ASSERT_TRUE(life.SetUp());
+  ASSERT_TRUE(life.ShakeHands());
+  ASSERT_TRUE(life.Initialise());
+  const FormsTable* table = Forms();
+  quillon::CallGuarded([&] {
+    EXPECT_EQ(table->FieldNodeIsValid(nullptr), 0);
+    EXPECT_EQ(table->NodeIsWidget(nullptr), 0);
+    EXPECT_EQ(table->FieldNodeName(nullptr), nullptr);
+    EXPECT_EQ(table->GetFieldFlags(nullptr, 1), 0u);
+    EXPECT_EQ(table->SetFieldOptions(nullptr, quillon::kNullObject), 1u);
+    EXPECT_EQ(table->FieldNodeDict(nullptr).first, 0u);
+  });
+  life.Unload();
+}
+
+TEST(FormsTable, subscribes_other_plug_ins_to_form_events) {
+  PlugInLife life;
+  ASSERT_TRUE(life.SetUp());
+  ASSERT_TRUE(life.ShakeHands());
+  ASSERT_TRUE(life.Initialise());
+  const FormsTable* table = Forms();
+  EXPECT_EQ(table->FormEventRegister(kEventKeystroke, nullptr, nullptr, nullptr), 1u);
+  EXPECT_EQ(table->FormEventRegister(10, nullptr, nullptr, nullptr), 0u);
+  EXPECT_EQ(RaisedBy([&] { table->FormEventUnregister(kEventKeystroke, 1); }), 0);
+  EXPECT_EQ(RaisedBy([&] { table->FormEventUnregister(kEventKeystroke, 1); }),
+            quillon::kErrorBadParameter);
+  EXPECT_EQ(RaisedBy([&] { table->FormEventUnregister(10, 1); }), 0);
+  life.Unload();
+}
+
+}  // namespace
+}  // namespace quillform

@@ -1,0 +1,74 @@
+#include "plugin/model/form_dict.h"
+
+#include "plugin/host/form_events.h"
+#include "plugin/model/keys.h"
+#include "tests/plugin/model/model_host.h"
+
+namespace quillform {
+namespace {
+
+struct FormDict : ModelHost {
+  bool HasFormWith(const std::string& entries) {
+    ForgetFormDict();
+    Open({}, {.formEntries = entries});
+    return DocumentHasForm(doc);
+  }
+};
+
+TEST_F(FormDict, only_revisions_from_0_8_on_are_forms) {
+  EXPECT_TRUE(HasFormWith(""));
+  EXPECT_FALSE(HasFormWith("/QuillForm 0.5"));
+  EXPECT_FALSE(HasFormWith("/QuillForm 0"));
+  EXPECT_TRUE(HasFormWith("/QuillForm 0.8"));
+  EXPECT_TRUE(HasFormWith("/QuillForm 1"));
+  EXPECT_TRUE(HasFormWith("/QuillForm (0.1)"));
+}
+
+TEST_F(FormDict, must_be_a_dictionary_with_an_array_of_fields) {
+  Open({}, {.catalogEntries = "/QuillForm << /Fields 3 >>", .formKey = ""});
+  EXPECT_FALSE(DocumentHasForm(doc));
+  Open({}, {.formKey = ""});
+  EXPECT_FALSE(DocumentHasForm(doc));
+  Open({}, {.catalogEntries = "/QuillForm 5 0 R", .formKey = ""});
+  EXPECT_FALSE(DocumentHasForm(doc));
+}
+
+TEST_F(FormDict, of_a_closed_document_is_not_remembered_for_the_next_one) {
+  Show({});
+  EXPECT_TRUE(DocumentHasForm(doc));
+  Viewer->CloseView(view);
+  EXPECT_FALSE(HasFormWith("/QuillForm 0.5"));
+}
+
+TEST_F(FormDict, is_made_with_defaults_and_announced) {
+  static int announced;
+  announced = 0;
+  FormEventRegister(
+      kEventFormMade, [](FormEventRecord*, void*) { ++announced; }, nullptr, nullptr);
+  Open({}, {.formKey = ""});
+  const ObjectHandle form = CreateFormDict(doc);
+  EXPECT_TRUE(Objects->Equal(form, FormDictOf(doc)));
+  EXPECT_EQ(Entry(form, "Fields"), "[]");
+  EXPECT_EQ(announced, 1);
+}
+
+TEST_F(FormDict, of_an_older_revision_is_taken_over) {
+  ASSERT_FALSE(HasFormWith("/QuillForm 0.5"));
+  const ObjectHandle form = CreateFormDict(doc);
+  EXPECT_TRUE(Objects->Equal(form, Form()));
+  EXPECT_EQ(Entry(form, "QuillForm"), "null");
+  EXPECT_TRUE(DocumentHasForm(doc));
+}
+
+TEST_F(FormDict, that_the_host_cannot_make_leaves_the_catalog_alone) {
+  Open({}, {.formKey = ""});
+  auto* const put = std::exchange(
+      Objects->DictPut, [](ObjectHandle, Atom, ObjectHandle) { Raise(quillon::kErrorGeneral); });
+  const ObjectHandle form = CreateFormDict(doc);
+  Objects->DictPut = put;
+  EXPECT_TRUE(IsNull(form));
+  EXPECT_TRUE(IsNull(Form()));
+}
+
+}  // namespace
+}  // namespace quillform

@@ -1,0 +1,63 @@
+// What the tests of the form model share: the plug-in in a host, and documents with forms.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "plugin/host/host.h"
+#include "plugin/model/field_tree.h"
+#include "plugin/model/form_hooks.h"
+#include "tests/plugin/appearance/show_object.h"
+#include "tests/support/form_pdf.h"
+#include "tests/support/test_host.h"
+
+namespace quillform {
+
+struct ModelHost : testing::Test {
+  ModelHost();
+  ~ModelHost() override;
+
+  // A new document with these fields; those without Parent stand in Fields.
+  void Open(const std::vector<std::string>& fields, const quillon::test::FormPdfParts& parts = {});
+  // The same, shown in a view, so that notifications are sent.
+  void Show(const std::vector<std::string>& fields, const quillon::test::FormPdfParts& parts = {});
+
+  ObjectHandle Form();
+  ObjectHandle FieldsArray();
+  ObjectHandle Field(std::uint32_t index);  // of Fields
+  FieldNode Node(const char* name) { return FindFieldByName(doc, name); }
+  std::uint32_t WidgetCount();
+  AnnotHandle Widget(std::uint32_t index);  // on the page
+
+  ObjectHandle Text(const std::string& bytes);
+  ObjectHandle Name(const char* text);
+
+  quillon::test::TestHost host;
+  Guard guard;  // what a test did not expect fails the test, not the process
+  DocHandle doc = nullptr;
+  ObjectDoc objects = nullptr;
+  DocView view = nullptr;
+};
+
+// "12 0 R" of field `index` of a document made by Open.
+std::string FieldRef(int index);
+
+ObjectHandle KidOf(ObjectHandle dict, std::uint32_t index);
+std::string FullName(ObjectHandle dict);  // "(none)" without one
+std::string Entry(ObjectHandle dict, const char* key);
+
+// The names of all nodes in the order of a walk, separated by blanks.
+std::string WalkedNames(DocHandle doc, bool terminalOnly, bool onePerName);
+
+// Puts a widget under the field that has its name already; the hook that real placing fills.
+FieldNode AddToFieldOfName(ObjectHandle widget, const char* name);
+
+// The code that a piece of the plug-in's code raises.
+template <typename Work>
+FailureCode CodeOf(Work&& work) {
+  return CatchFailure(std::forward<Work>(work));
+}
+
+}  // namespace quillform

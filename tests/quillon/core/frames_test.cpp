@@ -1,0 +1,156 @@
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "quillon/core/guard.h"
+#include "quillon/core/operations.h"
+#include "quillon/support/operations.h"
+#include "tests/support/test_host.h"
+
+namespace quillon {
+namespace {
+
+using test::RaisedBy;
+
+// A plug-in's own block: its restore routine throws the plug-in's own type.
+struct PlugInError {
+  FailureCode code;
+};
+
+struct PlugInBlock {
+  PlugInBlock() {
+    core::PushFrame(&frame, [](GuardFrame* raised) { throw PlugInError{raised->code}; });
+  }
+  ~PlugInBlock() { core::PopFrame(); }
+  PlugInBlock(const PlugInBlock&) = delete;
+  PlugInBlock& operator=(const PlugInBlock&) = delete;
+
+  GuardFrame frame;
+};
+
+struct Counted {
+  explicit Counted(int* count) : destroyed(count) {}
+  ~Counted() { ++*destroyed; }
+  Counted(const Counted&) = delete;
+  Counted& operator=(const Counted&) = delete;
+  int* destroyed;
+};
+
+CoreTable Table() {
+  CoreTable table;
+  core::FillTable(&table);
+  return table;
+}
+
+std::string TextOf(FailureCode code) {
+  char text[200];
+  return support::ErrorText(code, text, sizeof text);
+}
+
+std::string CaughtText(FailureCode code) {
+  try {
+    CallGuarded([code] { core::Raise(code); });
+  } catch (const HostFailure& failure) {
+    return failure.what();
+  }
+  return "nothing was raised";
+}
+
+TEST(Frames, ARaiseDestroysWhatLiesBetweenAndEndsInTheInnermostBlock) {
+  const CoreTable table = Table();
+  int destroyed = 0;
+  bool outerRaised = false;
+  try {
+    PlugInBlock outer;
+    Counted first(&destroyed);
+    try {
+      PlugInBlock inner;
+      Counted second(&destroyed);
+      [&] {
+        Counted third(&destroyed);
+        table.Raise(77);
+      }();
+    } catch (const PlugInError& error) {
+      EXPECT_EQ(error.code, 77);
+      EXPECT_EQ(destroyed, 2);
+      EXPECT_EQ(OpenFrameCount(), 1U);
+      EXPECT_EQ(table.ErrorCode(), 77);
+    }
+    table.Raise(78);
+  } catch (const PlugInError& error) {
+    outerRaised = true;
+    EXPECT_EQ(error.code, 78);
+  }
+  EXPECT_TRUE(outerRaised);
+  EXPECT_EQ(destroyed, 3);
+  EXPECT_EQ(OpenFrameCount(), 0U);
+}
+
+// The plug-in calls the host, which calls the plug-in, which raises: each side sees its own type,
+// and the code goes all the way.
+TEST(Frames, ARaisePassesThroughAlternatingSides) {
+  const CoreTable table = Table();
+  int destroyed = 0;
+  FailureCode seen = 0;
+  try {
+    PlugInBlock plugInBlock;
+    Counted first(&destroyed);
+    try {
+      CallGuarded([&] {
+        Counted second(&destroyed);
+        table.Raise(kErrorBadObject);
+      });
+      ADD_FAILURE() << "the raise was lost";
+    } catch (const HostFailure& failure) {
+      RaiseFailure(failure);
+    }
+  } catch (const PlugInError& error) {
+    seen = error.code;
+  }
+  EXPECT_EQ(seen, kErrorBadObject);
+  EXPECT_EQ(destroyed, 2);
+  EXPECT_EQ(OpenFrameCount(), 0U);
+}
+
+TEST(Frames, AFailureOfTheHostIsRaisedByItsTableAndKeepsItsTextWhenRaisedAgain) {
+  const CoreTable table = Table();
+  std::string text;
+  try {
+    CallGuarded([&] {
+      FailureCode code = 0;
+      try {
+        PlugInBlock block;
+        table.AtomFromName(nullptr);
+      } catch (const PlugInError& error) {
+        code = error.code;
+      }
+      EXPECT_EQ(code, kErrorBadParameter);
+      EXPECT_EQ(TextOf(code), "a name is missing");
+      EXPECT_EQ(RaisedBy([&] { table.Raise(kErrorBadFile); }), kErrorBadFile);
+      table.Raise(code);
+    });
+  } catch (const HostFailure& failure) {
+    text = failure.what();
+  }
+  EXPECT_EQ(text, "a name is missing");
+}
+
+TEST(Frames, AnOldFailureDoesNotExplainANewRaiseOfItsCode) {
+  const CoreTable table = Table();
+  EXPECT_EQ(RaisedBy([&] { table.AtomFromName(nullptr); }), kErrorBadParameter);
+  EXPECT_NE(CaughtText(kErrorBadParameter), "a name is missing");
+}
+
+TEST(Frames, ABlockLeftOpenInsideAHostBlockIsDroppedWithIt) {
+  GuardFrame forgotten;
+  CallGuarded([&] { core::PushFrame(&forgotten, [](GuardFrame*) { throw PlugInError{1}; }); });
+  EXPECT_EQ(OpenFrameCount(), 0U);
+}
+
+TEST(FramesDeathTest, ARaiseOutsideEveryBlockEndsTheProcessAndNamesTheCode) {
+  GTEST_FLAG_SET(death_test_style, "threadsafe");
+  EXPECT_DEATH(core::Raise(kErrorBadFile), "0x20020004");
+}
+
+}  // namespace
+}  // namespace quillon

@@ -1,0 +1,233 @@
+#include "quillon/objects/numbers.h"
+#include "tests/quillon/objects/file_text.h"
+
+namespace quillon::test {
+namespace {
+
+using namespace std::string_literals;
+
+TEST(Numbers, EveryFixedReadsBackFromItsText) {
+  for (std::int64_t value = -0x80000000LL; value <= 0x7FFFFFFFLL; value += 65537 / 3) {
+    std::string text;
+    objects::AppendFixed(&text, static_cast<Fixed>(value));
+    if (text.find('.') == std::string::npos) text += ".0";
+    EXPECT_EQ(objects::ParseNumber(text).value, value) << text;
+  }
+}
+
+TEST(Numbers, OddSpellingsAreUnderstood) {
+  struct Case {
+    const char* text;
+    bool real;
+    std::int32_t value;
+  };
+  const Case cases[] = {{"007", false, 7},
+                        {"+5", false, 5},
+                        {"-.5", true, -0x8000},
+                        {"4.", true, 0x40000},
+                        {"--3", false, -3},
+                        {"99999999999", false, 0x7FFFFFFF},
+                        {"-40000.5", true, -0x7FFFFFFF - 1},
+                        {"0.00001", true, 1}};
+  for (const Case& test : cases) {
+    const objects::ParsedNumber number = objects::ParseNumber(test.text);
+    EXPECT_EQ(number.real, test.real) << test.text;
+    EXPECT_EQ(number.value, test.value) << test.text;
+    EXPECT_FALSE(number.canonical) << test.text;
+  }
+  EXPECT_TRUE(objects::ParseNumber("-12.25").canonical);
+  EXPECT_TRUE(objects::ParseNumber("0").canonical);
+  EXPECT_FALSE(objects::ParseNumber("1.0").canonical);
+}
+
+TEST(Values, WhatIsNotChangedKeepsItsSpellingInAChangedObject) {
+  const std::string parts =
+      "/N[1.0 007 +2 -.50 3.14159265 123456789012]/S(a\\\n\\101\\))/H<4 1>/R 2 0 R/X#41#20 null";
+  const OpenedDocument file(FileWithObject("<<" + parts + "/T(old)>>"));
+  PutText(file.doc, file.At(3), "T", "new");
+  EXPECT_NE(PdfToBytes(file.doc).find("<</N[1.0 007 +2 -.50 3.14159265 123456789012]"
+                                      "/S(a\\\n\\101\\))/H<4 1>/R 2 0 R/XA#20 null/T(new)>>"),
+            std::string::npos);
+}
+
+TEST(Values, StringsAreDecodedAndWrittenSafely) {
+  const OpenedDocument file(
+      FileWithObject("[(a(b)\\)\\n\\t\\0533\\8\\\r\nz\r\nq) <48656C6C6F7> () <> (\\1)]"));
+  const ObjectHandle array = file.At(3);
+  EXPECT_EQ(Text(objects::ArrayGet(array, 0)), "a(b))\n\t+38z\nq");
+  EXPECT_EQ(Text(objects::ArrayGet(array, 1)), "Hellop");
+  EXPECT_EQ(Text(objects::ArrayGet(array, 2)), "");
+  EXPECT_EQ(Text(objects::ArrayGet(array, 3)), "");
+  EXPECT_EQ(Text(objects::ArrayGet(array, 4)), "\x01");
+  std::string all = "\r\n()\\";
+  for (int i = 0; i < 256; ++i) all.push_back(static_cast<char>(i));
+  objects::ArrayPut(array, 0, NewText(file.doc, all));
+  objects::ArrayPut(array, 1, NewText(file.doc, std::string(300, 'p') + all));
+  const OpenedDocument again(PdfToBytes(file.doc));
+  EXPECT_EQ(Text(objects::ArrayGet(again.At(3), 0)), all);
+  EXPECT_EQ(Text(objects::ArrayGet(again.At(3), 1)), std::string(300, 'p') + all);
+}
+
+TEST(Values, NamesAreUnescapedAndEscaped) {
+  const OpenedDocument file(FileWithObject("[/A#20B /A#2FB /Lime#zz / /C#00]"));
+  const char* expected[] = {"A B", "A/B", "Lime#zz", "", "C#00"};
+  for (std::uint32_t i = 0; i < 5; ++i) {
+    const Atom atom = objects::NameValue(objects::ArrayGet(file.At(3), i));
+    EXPECT_STREQ(core::NameFromAtom(atom), expected[i]);
+  }
+  objects::ArrayInsert(file.At(3), 5, objects::NewName(file.doc, 0, Name("(\xC3\xA4)#")));
+  const OpenedDocument again(PdfToBytes(file.doc));
+  EXPECT_EQ(objects::NameValue(objects::ArrayGet(again.At(3), 5)), Name("(\xC3\xA4)#"));
+  EXPECT_EQ(objects::NameValue(objects::ArrayGet(again.At(3), 4)), Name("C#00"));
+}
+
+TEST(Values, KindsConvertAsTheTableSays) {
+  const OpenedDocument file(FileWithObject("[-2.75 40000 -40000 true (s) 6 0 R 1.0]"));
+  const ObjectHandle array = file.At(3);
+  EXPECT_EQ(objects::IntegerValue(objects::ArrayGet(array, 0)), -2);
+  EXPECT_EQ(objects::FixedValue(objects::ArrayGet(array, 1)), 0x7FFFFFFF);
+  EXPECT_EQ(objects::FixedValue(objects::ArrayGet(array, 2)), -0x7FFFFFFF - 1);
+  EXPECT_EQ(objects::TypeOf(objects::ArrayGet(array, 5)), ObjectKind::kNull);
+  EXPECT_EQ(objects::TypeOf(objects::ArrayGet(array, 6)), ObjectKind::kFixed);
+  EXPECT_THROW(objects::IntegerValue(objects::ArrayGet(array, 3)), HostFailure);
+  EXPECT_THROW(objects::NameValue(objects::ArrayGet(array, 4)), HostFailure);
+  EXPECT_THROW(objects::DictGet(array, Name("K")), HostFailure);
+}
+
+TEST(Values, IdentityIsByPlaceForContainersAndByValueForTheRest) {
+  const OpenedDocument file(FileWithObject("<</A[1]/B[1]/C 1/D 1.0/E(s)/F(s)/G 3 0 R>>"));
+  const ObjectHandle dict = file.At(3);
+  EXPECT_TRUE(objects::Equal(Get(dict, "A"), Get(dict, "A")));
+  EXPECT_FALSE(objects::Equal(Get(dict, "A"), Get(dict, "B")));
+  EXPECT_TRUE(objects::Equal(Get(dict, "C"), objects::NewInteger(file.doc, 0, 1)));
+  EXPECT_TRUE(objects::Equal(Get(dict, "C"), objects::NewInteger(file.doc, 1, 1)));
+  EXPECT_TRUE(objects::Equal(Get(dict, "D"), objects::NewFixed(file.doc, 1, kFixedOne)));
+  EXPECT_FALSE(objects::Equal(Get(dict, "E"), Get(dict, "F")));
+  EXPECT_TRUE(objects::Equal(Get(dict, "G"), dict));
+  EXPECT_TRUE(objects::IsIndirect(Get(dict, "G")));
+  EXPECT_FALSE(objects::IsIndirect(Get(dict, "A")));
+  EXPECT_EQ(objects::DocumentOf(Get(dict, "C")), nullptr);
+  EXPECT_EQ(objects::DocumentOf(Get(dict, "A")), file.doc);
+}
+
+TEST(Values, StaleHandlesFail) {
+  ObjectHandle stale{};
+  {
+    const OpenedDocument file(FileWithObject("<</A[1 2]>>"));
+    const ObjectHandle array = Get(file.At(3), "A");
+    objects::Destroy(array);
+    NewText(file.doc, "takes the place of the array");
+    EXPECT_THROW(objects::ArrayLength(array), HostFailure);
+    EXPECT_EQ(objects::TypeOf(Get(file.At(3), "A")), ObjectKind::kNull);
+    stale = file.At(3);
+  }
+  const OpenedDocument another(FileWithObject("<</A[1 2]>>"));
+  EXPECT_THROW(objects::TypeOf(stale), HostFailure);
+}
+
+TEST(Containers, EntriesKeepFileOrderAndNullRemoves) {
+  const OpenedDocument file(FileWithObject("<</B 1/A 2/C null/D 9 0 R/A 3>>"));
+  const ObjectHandle dict = file.At(3);
+  objects::DictPut(dict, Name("Z"), objects::NewInteger(file.doc, 0, 4));
+  objects::DictPut(dict, Name("B"), objects::NewInteger(file.doc, 0, 5));
+  std::string seen;
+  objects::EnumDict(
+      dict,
+      [](ObjectHandle key, ObjectHandle value, void* data) -> Boolean {
+        *static_cast<std::string*>(data) += core::NameFromAtom(objects::NameValue(key));
+        *static_cast<std::string*>(data) += std::to_string(objects::IntegerValue(value));
+        return 1;
+      },
+      &seen);
+  EXPECT_EQ(seen, "B5A3Z4");
+  objects::DictPut(dict, Name("A"), kNullObject);
+  EXPECT_FALSE(objects::DictKnown(dict, Name("A")));
+  EXPECT_FALSE(objects::DictKnown(dict, Name("C")));
+}
+
+TEST(Containers, EnumeratingSurvivesChangesOfTheContainer) {
+  const OpenedDocument file(FileWithObject("[(a) (b) (c)]"));
+  const ObjectHandle array = file.At(3);
+  struct Seen {
+    ObjectHandle array;
+    std::string text;
+  } seen{array, ""};
+  objects::EnumDict(
+      array,
+      [](ObjectHandle, ObjectHandle value, void* data) -> Boolean {
+        auto& all = *static_cast<Seen*>(data);
+        all.text += objects::TypeOf(value) == ObjectKind::kNull ? "-" : Text(value);
+        if (all.text == "a") objects::Destroy(objects::ArrayGet(all.array, 1));
+        objects::ArrayRemove(all.array, 0);
+        return 1;
+      },
+      &seen);
+  EXPECT_EQ(seen.text, "a-c");
+  EXPECT_EQ(objects::ArrayLength(array), 0u);
+}
+
+TEST(Containers, ArraysPadAppendAndRemove) {
+  const OpenedDocument file(FileWithObject("[1]"));
+  const ObjectHandle array = file.At(3);
+  objects::ArrayPut(array, 3, objects::NewInteger(file.doc, 0, 4));
+  objects::ArrayInsert(array, 99, objects::NewInteger(file.doc, 0, 5));
+  objects::ArrayInsert(array, 0, objects::NewInteger(file.doc, 0, 0));
+  objects::ArrayRemove(array, 1);
+  EXPECT_NE(PdfToBytes(file.doc).find("[0 null null 4 5]"), std::string::npos);
+  EXPECT_THROW(objects::ArrayPut(array, 0xFFFFFFFF, array), HostFailure);
+}
+
+TEST(Containers, ADirectObjectStandsInOnePlaceOnly) {
+  const OpenedDocument file(FileWithObject("<</A<</X 1>>>>"));
+  const ObjectHandle dict = file.At(3);
+  const ObjectHandle inner = Get(dict, "A");
+  objects::DictPut(dict, Name("B"), inner);
+  objects::DictPut(inner, Name("X"), objects::NewInteger(file.doc, 0, 2));
+  objects::DictPut(inner, Name("Self"), inner);
+  EXPECT_NE(PdfToBytes(file.doc).find("<</A<</X 2/Self<</X 2>>>>/B<</X 1>>>>"), std::string::npos);
+  // Taken out, it can be put elsewhere as itself.
+  objects::DictRemove(dict, Name("A"));
+  objects::DictPut(dict, Name("C"), inner);
+  EXPECT_TRUE(objects::Equal(Get(dict, "C"), inner));
+}
+
+TEST(Containers, AnotherDocumentsObjectIsRefused) {
+  const OpenedDocument file(FileWithObject("<<>>"));
+  const OpenedDocument other(FileWithObject("<</A[]>>"));
+  EXPECT_THROW(objects::DictPut(file.At(3), Name("A"), Get(other.At(3), "A")), HostFailure);
+  EXPECT_THROW(objects::DictPut(file.At(3), Name("A"), other.At(3)), HostFailure);
+}
+
+TEST(Copying, CirclesAndSharedPartsAreCopiedOnceIntoAnotherDocument) {
+  FileText text;
+  text.Object(1, "<</Type/Catalog/Entry 3 0 R>>");
+  text.Object(3, "<</Kids[4 0 R 4 0 R]/S(text)/N 1.50>>");
+  text.Object(4, "<</Parent 3 0 R/Next 5 0 R>>");
+  text.Stream(5, "/Prev 4 0 R", "data");
+  text.Table("/Size 6/Root 1 0 R");
+  const OpenedDocument target(NewPdf());
+  {
+    const OpenedDocument source(text.bytes);
+    objects::DictPut(target.Root(), Name("Copy"), objects::CopyObject(source.At(3), target.doc));
+  }
+  const OpenedDocument again(PdfToBytes(target.doc));
+  const ObjectHandle copy = Get(again.Root(), "Copy");
+  const ObjectHandle kid = objects::ArrayGet(Get(copy, "Kids"), 0);
+  EXPECT_TRUE(objects::Equal(kid, objects::ArrayGet(Get(copy, "Kids"), 1)));
+  EXPECT_TRUE(objects::Equal(Get(kid, "Parent"), copy));
+  EXPECT_EQ(DecodedStream(Get(kid, "Next")), "data");
+  EXPECT_TRUE(objects::Equal(Get(Get(kid, "Next"), "Prev"), kid));
+  EXPECT_EQ(Text(Get(copy, "S")), "text");
+  EXPECT_EQ(ObjectCount(again.doc), 6u);
+}
+
+TEST(Copying, WithinADocumentReferencesAreShared) {
+  const OpenedDocument file(FileWithObject("<</R 2 0 R/D[(x)]>>"));
+  const ObjectHandle copy = objects::CopyObject(file.At(3), file.doc);
+  EXPECT_FALSE(objects::IsIndirect(copy));
+  EXPECT_TRUE(objects::Equal(Get(copy, "R"), file.At(2)));
+  EXPECT_FALSE(objects::Equal(Get(copy, "D"), Get(file.At(3), "D")));
+}
+
+}  // namespace
+}  // namespace quillon::test

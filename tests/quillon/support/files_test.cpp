@@ -1,0 +1,161 @@
+#include "quillon/support/files.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <string>
+
+#include "quillon/core/atoms.h"
+#include "quillon/support/file_systems.h"
+#include "quillon/support/operations.h"
+#include "quillon/support/paths.h"
+#include "tests/support/test_host.h"
+
+namespace quillon {
+namespace {
+
+using support::NewPath;
+using support::ReleasePath;
+using test::RaisedBy;
+
+std::string RelativeText(PathHandle path, PathHandle base) {
+  char text[300];
+  support::PathRelativeText(path, base, text, sizeof text);
+  return text;
+}
+
+// A path that names no file yet; what it names is deleted at the end.
+struct TemporaryFile {
+  TemporaryFile() : path(support::TempPath(nullptr)) {}
+  ~TemporaryFile() {
+    support::DeleteFile(path);
+    ReleasePath(path);
+  }
+  TemporaryFile(const TemporaryFile&) = delete;
+  TemporaryFile& operator=(const TemporaryFile&) = delete;
+
+  PathHandle path;
+};
+
+FileHandle Open(PathHandle path, std::uint16_t mode) {
+  FileHandle file = nullptr;
+  EXPECT_EQ(support::OpenFile(path, mode, &file), kErrorNone);
+  return file;
+}
+
+TEST(Paths, ARelativeTextIsTakenFromTheFolderOfTheOtherFile) {
+  const PathHandle base = PathOf("forms/2024/order.fdf");
+  const PathHandle sibling = NewPath(nullptr, "order.pdf", base);
+  const PathHandle above = NewPath(nullptr, "../images/./logo.pdf", base);
+  EXPECT_EQ(RelativeText(sibling, base), "order.pdf");
+  EXPECT_EQ(RelativeText(above, base), "../images/logo.pdf");
+  EXPECT_EQ(std::filesystem::path(PathString(above)).filename(), "logo.pdf");
+  EXPECT_TRUE(std::filesystem::path(PathString(above)).is_absolute());
+  EXPECT_EQ(PathString(above).find("2024"), std::string::npos);
+  for (const PathHandle path : {base, sibling, above}) ReleasePath(path);
+}
+
+TEST(Paths, ACopyOutlivesItsOriginalAndAReleasedPathIsRefused) {
+  const std::size_t before = LivePathCount();
+  const PathHandle original = PathOf("a.pdf");
+  const PathHandle copy = support::CopyPath(original);
+  const std::string text = PathString(original);
+  ReleasePath(original);
+  EXPECT_EQ(PathString(copy), text);
+  EXPECT_EQ(RaisedBy([&] { PathString(original); }), kErrorBadParameter);
+  EXPECT_EQ(RaisedBy([&] { ReleasePath(original); }), kErrorBadParameter);
+  char cut[4];
+  EXPECT_EQ(support::PathText(copy, cut, sizeof cut), text.size());
+  EXPECT_EQ(std::string(cut), text.substr(0, 3));
+  ReleasePath(copy);
+  EXPECT_EQ(LivePathCount(), before);
+  EXPECT_EQ(NewPath(nullptr, "", nullptr), nullptr);
+}
+
+TEST(Files, WhatIsWrittenIsReadBackFromAnyPosition) {
+  const TemporaryFile temporary;
+  const FileHandle file = Open(temporary.path, kOpenReadWrite);
+  EXPECT_EQ(support::WriteFile(file, "0123456789", 10), 10U);
+  EXPECT_EQ(support::FilePosition(file), 10U);
+  support::SetFilePosition(file, 4);
+  EXPECT_EQ(support::FileSize(file), 10U);
+  char text[8] = {};
+  EXPECT_EQ(support::ReadFile(file, text, 3), 3U);
+  EXPECT_STREQ(text, "456");
+  // Straight from reading to writing and back.
+  EXPECT_EQ(support::WriteFile(file, "x", 1), 1U);
+  EXPECT_EQ(support::ReadFile(file, text, 7), 2U);
+  EXPECT_EQ(std::string(text, 2), "89");
+  support::SetFilePosition(file, 0);
+  EXPECT_EQ(ReadToEnd(file), "0123456x89");
+  EXPECT_EQ(support::CloseFile(file), kErrorNone);
+  EXPECT_EQ(support::CloseFile(file), kErrorBadParameter);
+  EXPECT_EQ(RaisedBy([&] { support::FileSize(file); }), kErrorBadParameter);
+}
+
+TEST(Files, OpeningToReadNeedsTheFileAndOpeningToWriteEmptiesIt) {
+  const TemporaryFile temporary;
+  FileHandle file = nullptr;
+  EXPECT_EQ(support::OpenFile(temporary.path, kOpenRead, &file), kErrorOpenFile);
+  EXPECT_EQ(file, nullptr);
+  EXPECT_EQ(support::OpenFile(temporary.path, 99, &file), kErrorBadParameter);
+  EXPECT_EQ(support::OpenFile(nullptr, kOpenRead, &file), kErrorBadParameter);
+
+  for (const std::uint16_t mode : {kOpenWrite, kOpenReadWrite, kOpenReplace}) {
+    const FileHandle made = Open(temporary.path, mode);
+    EXPECT_EQ(support::FileSize(made), 0U);
+    support::WriteFile(made, "left over", 9);
+    EXPECT_EQ(support::CloseFile(made), kErrorNone);
+  }
+  EXPECT_EQ(support::DeleteFile(temporary.path), kErrorNone);
+  EXPECT_NE(support::DeleteFile(temporary.path), kErrorNone);
+}
+
+TEST(Files, AFolderIsNeitherOpenedNorDeleted) {
+  const PathHandle folder = PathOf(std::filesystem::temp_directory_path().string());
+  FileHandle file = nullptr;
+  EXPECT_EQ(support::OpenFile(folder, kOpenRead, &file), kErrorOpenFile);
+  EXPECT_NE(support::DeleteFile(folder), kErrorNone);
+  ReleasePath(folder);
+}
+
+// One fixed file behind every name that starts with "box:".
+FileSystem BoxFileSystem() {
+  FileSystem made;
+  made.name = "Box";
+  made.resolve = [](const std::string& text, const std::string*) {
+    return text.starts_with("box:") ? std::optional<std::string>(text) : std::nullopt;
+  };
+  made.relative = [](const std::string& path, const std::string&) { return path; };
+  made.open = [](const std::string&, std::uint16_t, OpenFileRecord* file) {
+    file->size = [] { return 5U; };
+    file->close = [] { return kErrorReadFile; };
+    return kErrorNone;
+  };
+  made.remove = [](const std::string&) { return kErrorWriteFile; };
+  return made;
+}
+
+TEST(FileSystems, AnAddedOneIsFoundByNameAndServesItsOwnPaths) {
+  const FileSystemHandle box = AddFileSystem(BoxFileSystem());
+  EXPECT_EQ(support::FileSystemByName(InternName("Box")), box);
+  EXPECT_EQ(support::FileSystemByName(InternName("NoSuchSystem")), nullptr);
+  EXPECT_EQ(support::FileSystemOf(nullptr), DefaultFileSystem());
+  EXPECT_EQ(NewPath(box, "other:1", nullptr), nullptr);
+
+  const PathHandle path = NewPath(box, "box:1", nullptr);
+  const PathHandle elsewhere = PathOf("plain.pdf");
+  EXPECT_EQ(support::FileSystemOf(path), box);
+  EXPECT_EQ(RelativeText(path, elsewhere), "box:1");
+  const FileHandle file = Open(path, kOpenRead);
+  EXPECT_EQ(support::FileSize(file), 5U);
+  EXPECT_EQ(support::FileFileSystem(file), box);
+  const PathHandle again = support::FilePath(file);
+  EXPECT_EQ(PathString(again), "box:1");
+  EXPECT_EQ(support::CloseFile(file), kErrorReadFile);
+  EXPECT_EQ(support::DeleteFile(path), kErrorWriteFile);
+  for (const PathHandle each : {path, elsewhere, again}) ReleasePath(each);
+}
+
+}  // namespace
+}  // namespace quillon

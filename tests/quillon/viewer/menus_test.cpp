@@ -1,0 +1,127 @@
+#include "quillon/viewer/menus.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+#include "quillon/core/operations.h"
+#include "quillon/viewer/operations.h"
+#include "quillon/viewer/registered.h"
+#include "tests/support/test_host.h"
+
+namespace quillon {
+namespace {
+
+using test::RaisedBy;
+
+constexpr ExtensionId kExtension = 12;
+
+struct MenusTest : testing::Test {
+  MenuItemHandle Add(const char* menu, const char* name, std::uint16_t position) {
+    const MenuItemHandle item =
+        viewer::NewMenuItem("&Label", name, nullptr, 0, 0, 0, nullptr, kExtension);
+    viewer::AddMenuItem(viewer::AcquireMenuByName(menu), item, position);
+    viewer::ReleaseMenuItem(item);
+    return item;
+  }
+  std::vector<std::string> Names(const char* menu) {
+    std::vector<std::string> names;
+    for (const MenuItemView& item : MenuItems(viewer::AcquireMenuByName(menu))) {
+      names.push_back(item.name);
+    }
+    return names;
+  }
+  MenuItemView View(const char* menu, const std::string& name) {
+    for (const MenuItemView& item : MenuItems(viewer::AcquireMenuByName(menu))) {
+      if (item.name == name) return item;
+    }
+    ADD_FAILURE() << name << " is not in " << menu;
+    return {};
+  }
+
+  test::TestHost host;
+};
+
+TEST_F(MenusTest, ItemsGoToTheirPlaceBesideAnAnchor) {
+  const auto after = [](const char* name) {
+    return static_cast<std::uint16_t>(viewer::MenuItemIndex(viewer::MenuItemByName(name)) + 1);
+  };
+  Add("Tools", "Test:Tool", after("Thread"));
+  EXPECT_EQ(Names("Tools"), (std::vector<std::string>{"Hand", "Thread", "Test:Tool"}));
+  const std::uint16_t place = after("endOleEditGroup");
+  Add("Edit", "Test:Second", place);
+  Add("Edit", "Test:First", place);
+  const std::vector<std::string> edit = Names("Edit");
+  const auto first = std::find(edit.begin(), edit.end(), "Test:First");
+  ASSERT_NE(first, edit.end());
+  EXPECT_EQ(first[-1], "endOleEditGroup");
+  EXPECT_EQ(first[1], "Test:Second");
+  Add("Import", "Test:Import", kMenuEnd);
+  EXPECT_EQ(Names("Import"), std::vector<std::string>{"Test:Import"});
+}
+
+TEST_F(MenusTest, MissingAnchorsAnswerNothingAndTheEnd) {
+  EXPECT_EQ(viewer::MenuItemByName("thread"), nullptr) << "names compare exactly";
+  EXPECT_EQ(viewer::AcquireMenuByName("Nowhere"), nullptr);
+  EXPECT_EQ(viewer::MenuItemIndex(nullptr), kMenuEnd);
+  EXPECT_EQ(viewer::MenuOfItem(viewer::MenuItemByName("CropPages")),
+            viewer::AcquireMenuByName("Document"));
+  EXPECT_NE(viewer::SubmenuOf(viewer::MenuItemByName("AboutExtensions")), nullptr);
+  EXPECT_EQ(viewer::SubmenuOf(viewer::MenuItemByName("Thread")), nullptr);
+}
+
+TEST_F(MenusTest, ItemsNobodyAddedEndWithTheirRelease) {
+  const MenuItemHandle item =
+      viewer::NewMenuItem("x", "Test:Loose", nullptr, 0, 0, 0, nullptr, kExtension);
+  EXPECT_EQ(viewer::MenuItemByName("Test:Loose"), nullptr);
+  viewer::ReleaseMenuItem(item);
+  EXPECT_EQ(RaisedBy([&] { viewer::ReleaseMenuItem(item); }), kErrorBadParameter);
+}
+
+void Count(void* clientData) { ++*static_cast<int*>(clientData); }
+Boolean Even(void* clientData) { return *static_cast<int*>(clientData) % 2 == 0; }
+void Refuse(void*) { core::Raise(kErrorBadObject); }
+
+TEST_F(MenusTest, RoutinesDecideWhatCanBeChosen) {
+  int chosen = 0;
+  const MenuItemHandle item = Add("Tools", "Test:Count", kMenuEnd);
+  EXPECT_FALSE(View("Tools", "Test:Count").enabled) << "nothing is behind it yet";
+  EXPECT_EQ(RaisedBy([&] { ExecuteMenuItem(item); }), kErrorNotOffered);
+  viewer::SetExecuteProc(item, Count, &chosen);
+  EXPECT_TRUE(View("Tools", "Test:Count").enabled);
+  viewer::SetComputeEnabledProc(item, Even, &chosen);
+  viewer::SetComputeMarkedProc(item, Even, &chosen);
+  ExecuteMenuItem(item);
+  EXPECT_EQ(chosen, 1);
+  EXPECT_FALSE(View("Tools", "Test:Count").marked);
+  EXPECT_EQ(RaisedBy([&] { ExecuteMenuItem(item); }), kErrorGeneral);
+  EXPECT_EQ(chosen, 1);
+  const MenuItemHandle refusing = Add("Tools", "Test:Refuse", kMenuEnd);
+  viewer::SetExecuteProc(refusing, Refuse, nullptr);
+  EXPECT_EQ(RaisedBy([&] { ExecuteMenuItem(refusing); }), kErrorBadObject);
+}
+
+TEST_F(MenusTest, WhatAnExtensionAddedIsListed) {
+  Add("Tools", "Test:Tool", kMenuEnd);
+  const std::vector<Registered> things = RegisteredThings();
+  ASSERT_EQ(things.size(), 1U) << "the viewer's own items are not listed";
+  EXPECT_EQ(things[0].extension, kExtension);
+  EXPECT_EQ(things[0].kind + " " + things[0].name, "menu item Test:Tool");
+}
+
+TEST_F(MenusTest, ToolbarButtonsStandBesideTheirMarker) {
+  const ToolbarHandle bar = viewer::GetToolbar();
+  const auto named = [](const char* name) { return core::AtomFromName(name); };
+  const ToolButtonHandle marker = viewer::FindToolbarButton(bar, named("endToolsGroup"));
+  ASSERT_NE(marker, nullptr);
+  const ToolButtonHandle button = viewer::NewToolbarButton(named("Test:Button"), nullptr, 1, 0);
+  EXPECT_EQ(viewer::FindToolbarButton(bar, named("Test:Button")), nullptr);
+  viewer::AddToolbarButton(bar, button, 1, marker);
+  const std::vector<ToolButtonView> buttons = ToolbarButtons();
+  ASSERT_EQ(buttons.size(), 3U);
+  EXPECT_EQ(buttons[1].button, button);
+  EXPECT_EQ(buttons[2].button, marker);
+}
+
+}  // namespace
+}  // namespace quillon

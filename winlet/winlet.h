@@ -1,0 +1,9 @@
+// The part of Win32 that the plug-in uses, for systems without Win32: the same names, signatures
+// and results. What differs from the real thing is written where it is made. Each module that is
+// linked with this layer has a copy of its own, as the handles have no meaning outside it.
+#pragma once
+
+#include "winlet/gdi_fonts.h"
+#include "winlet/resources.h"
+#include "winlet/strings.h"
+#include "winlet/types.h"

@@ -113,7 +113,52 @@ void WriteTrailer(Writer* out) {
              start);
 }
 
+// The check box is object 5, the list box object 6.
+void WriteCheckAndListRoots(Writer* out) {
+  out->Begin();
+  out->Print("<</Type/Catalog/Pages 2 0 R/QuillForm 3 0 R>>");
+  out->End();
+  out->Begin();
+  out->Print("<</Type/Pages/Count 1/Kids[4 0 R]>>");
+  out->End();
+  out->Begin();
+  out->Print(
+      "<</DA(/Helv 0 Tf 0 g)/DR<</Font<</Helv 7 0 R>>>>/Fields[5 0 R 6 0 R]"
+      "/NeedAppearances true>>");
+  out->End();
+  out->Begin();
+  out->Print("<</Type/Page/Parent 2 0 R/MediaBox[0 0 612 792]/Annots[5 0 R 6 0 R]>>");
+  out->End();
+  out->Begin();
+  out->Print(
+      "<</Type/Annot/Subtype/Widget/FT/Btn/T(%s)/F 4/P 4 0 R/Rect[36 700 52 716]"
+      "/MK<</CA(4)/BC[0]>>>>",
+      kCheckName);
+  out->End();
+}
+
 }  // namespace
+
+std::string OptionName(std::uint32_t number) { return "option" + std::to_string(number + 1); }
+
+std::string WriteCheckAndList(std::uint32_t options) {
+  Writer out;
+  out.bytes = "%PDF-1.4\n%\xE2\xE3\xCF\xD3\n";
+  WriteCheckAndListRoots(&out);
+  out.Begin();
+  out.Print(
+      "<</Type/Annot/Subtype/Widget/FT/Ch/T(%s)/F 4/P 4 0 R/Rect[36 500 236 680]"
+      "/MK<</BC[0]>>/Opt[",
+      kListName);
+  for (std::uint32_t i = 0; i < options; ++i) out.Print("(%s)", OptionName(i).c_str());
+  out.Print("]>>");
+  out.End();
+  out.Begin();
+  out.Print("<</Type/Font/Subtype/Type1/BaseFont/Helvetica/Encoding/WinAnsiEncoding>>");
+  out.End();
+  WriteTrailer(&out);
+  return std::move(out.bytes);
+}
 
 std::string FieldName(std::uint32_t number) { return "field" + std::to_string(number + 1); }
 

@@ -17,4 +17,11 @@ std::string WriteForm(const FormSize& size);
 
 std::string FieldName(std::uint32_t number);
 
+// A form with a check box and a list box of so many options.
+inline constexpr const char* kCheckName = "check";
+inline constexpr const char* kListName = "list";
+std::string WriteCheckAndList(std::uint32_t options);
+
+std::string OptionName(std::uint32_t number);
+
 }  // namespace quillform::bench

@@ -15,7 +15,7 @@ using RestoreRoutine = void (*)(GuardFrame* frame);
 struct GuardFrame {
   GuardFrame* outer;       // the next open block outwards, null for the outermost
   RestoreRoutine restore;  // leaves the block after a raise; never returns
-  FailureCode code;          // the code that ended the block, 0 while it runs
+  FailureCode code;        // the code that ended the block, 0 while it runs
 };
 
 // AtomFromName: the same atom for the same text, a new one for a new text. Raises
@@ -34,15 +34,15 @@ struct GuardFrame {
 // ErrorCode: the code of the latest raise. Never raises.
 // Raise: unwinds to the innermost open block. Does not return. Without an open block the host
 //   reports the code and ends the process.
-#define QUILLON_CORE_TABLE(X)                                                     \
-  X(1, Atom, AtomFromName, (const char* text))                                    \
-  X(2, const char*, NameFromAtom, (Atom atom))                                    \
-  X(3, Callback, MakeCallback, (ExtensionId extension, Callback routine))         \
-  X(4, void, FreeCallback, (Callback callback))                                   \
-  X(5, void*, GetTable, (Atom name, std::uint32_t version))                       \
-  X(6, void, PushFrame, (GuardFrame * frame, RestoreRoutine restore))             \
-  X(7, void, PopFrame, ())                                                        \
-  X(8, FailureCode, ErrorCode, ())                                           \
+#define QUILLON_CORE_TABLE(X)                                             \
+  X(1, Atom, AtomFromName, (const char* text))                            \
+  X(2, const char*, NameFromAtom, (Atom atom))                            \
+  X(3, Callback, MakeCallback, (ExtensionId extension, Callback routine)) \
+  X(4, void, FreeCallback, (Callback callback))                           \
+  X(5, void*, GetTable, (Atom name, std::uint32_t version))               \
+  X(6, void, PushFrame, (GuardFrame * frame, RestoreRoutine restore))     \
+  X(7, void, PopFrame, ())                                                \
+  X(8, FailureCode, ErrorCode, ())                                        \
   X(9, void, Raise, (FailureCode code))
 
 QUILLON_DECLARE_TABLE(CoreTable, QUILLON_CORE_TABLE)

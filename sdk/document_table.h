@@ -43,7 +43,8 @@ inline constexpr std::uint32_t kDocModified = 0x1;
 //   AnnotWillChange and AnnotDidChange bracket every change of an annotation dictionary; `key` is
 //     what changes, `error` 0 or the code of the failure that ended the change. They send
 //     kNoteAnnotWillChange and kNoteAnnotChanged.
-//   SetAnnotFlags and AnnotSetRect announce themselves. NewAnnot makes and inserts one at the end of
+//   SetAnnotFlags and AnnotSetRect announce themselves. NewAnnot makes and inserts one at the end
+//   of
 //     the page; InsertAnnot (index -1: at the end) and RemoveAnnot send kNoteAnnotAdded and
 //     kNoteAnnotWillRemove. PageOfAnnot: the page number, -1 when no page shows it.
 // Actions
@@ -79,14 +80,14 @@ inline constexpr std::uint32_t kDocModified = 0x1;
   X(14, std::uint32_t, PageNumber, (PageHandle page))                                              \
   X(15, ObjectHandle, PageDict, (PageHandle page))                                                 \
   X(16, std::uint16_t, PageRotation, (PageHandle page))                                            \
-  X(17, void, PageBox, (PageHandle page, FixedRect* box))                                          \
+  X(17, void, PageBox, (PageHandle page, FixedRect * box))                                         \
   X(18, std::uint32_t, AnnotCount, (PageHandle page))                                              \
   X(19, AnnotHandle, AnnotAt, (PageHandle page, std::uint32_t index))                              \
   X(20, std::int32_t, AnnotIndex, (PageHandle page, AnnotHandle annot))                            \
   X(21, AnnotHandle, AnnotFromDict, (ObjectHandle dict))                                           \
   X(22, ObjectHandle, AnnotDict, (AnnotHandle annot))                                              \
   X(23, Atom, AnnotSubtype, (AnnotHandle annot))                                                   \
-  X(24, void, AnnotRect, (AnnotHandle annot, FixedRect* rect))                                     \
+  X(24, void, AnnotRect, (AnnotHandle annot, FixedRect * rect))                                    \
   X(25, void, AnnotSetRect, (AnnotHandle annot, const FixedRect* rect))                            \
   X(26, std::uint32_t, AnnotFlags, (AnnotHandle annot))                                            \
   X(27, void, SetAnnotFlags, (AnnotHandle annot, std::uint32_t flags))                             \
@@ -102,8 +103,7 @@ inline constexpr std::uint32_t kDocModified = 0x1;
   X(37, Atom, ActionType, (ActionHandle action))                                                   \
   X(38, ObjectHandle, ActionDict, (ActionHandle action))                                           \
   X(39, FileSpecHandle, FileSpecFromObject, (ObjectHandle object))                                 \
-  X(40, FileSpecHandle, FileSpecFromPath,                                                          \
-    (DocHandle doc, PathHandle path, PathHandle relativeTo))                                       \
+  X(40, FileSpecHandle, FileSpecFromPath, (DocHandle doc, PathHandle path, PathHandle relativeTo)) \
   X(41, ObjectHandle, FileSpecObject, (FileSpecHandle spec))                                       \
   X(42, PathHandle, FileSpecAcquirePath, (FileSpecHandle spec, PathHandle relativeTo))             \
   X(43, FileSystemHandle, FileSpecFileSystem, (FileSpecHandle spec))                               \

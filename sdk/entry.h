@@ -31,7 +31,7 @@ struct SetupRecord {
 // 0 the host's, 6 name, 8 export, 12 import, 16 initialise, 20 unload.
 struct HandshakeRecord {
   std::uint16_t hostWords[3];
-  Atom extensionName;   // out
+  Atom extensionName;     // out
   Callback exportTables;  // out: a LifecycleRoutine, as are the next three
   Callback importTables;
   Callback initialise;

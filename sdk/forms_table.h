@@ -76,35 +76,35 @@ using FieldNodeProc = Boolean (*)(FieldNode node, void* clientData);
 //     dictionaries or names, or null) to take, or to leave out when `inclusion` is false.
 //   ImportFDF: true when the FDF carried values only.
 //   FormEventRegister: the registration's identifier, 0 for an event number outside 0 to 9.
-#define QUILLFORM_FORMS_TABLE(X)                                                                  \
-  X(1, Boolean, DocumentHasForm, (DocHandle doc))                                                 \
-  X(2, void, LoadAllFields, (DocHandle doc))                                                      \
-  X(3, void, ForEachFieldNode,                                                                    \
-    (DocHandle doc, Boolean terminalOnly, Boolean onePerName, FieldNodeProc proc,                 \
-     void* clientData))                                                                           \
-  X(4, FieldNode, FindFieldByName, (DocHandle doc, const char* name))                             \
-  X(5, FieldNode, FieldNodeOf, (ObjectHandle dict))                                               \
-  X(6, ObjectHandle, FieldNodeDict, (FieldNode node))                                             \
-  X(7, Boolean, FieldNodeIsValid, (FieldNode node))                                               \
-  X(8, Boolean, FieldNodeIsTerminal, (FieldNode node))                                            \
-  X(9, ObjectHandle, GetFieldValue, (FieldNode node))                                             \
-  X(10, std::uint32_t, GetFieldFlags, (FieldNode node, std::uint16_t index))                      \
-  X(11, const char*, FieldNodeName, (FieldNode node))                                             \
-  X(12, Boolean, NodeIsWidget, (FieldNode node))                                                  \
-  X(13, void, SetFieldValue, (FieldNode node, ObjectHandle value))                                \
-  X(14, void, SetFieldFlags, (FieldNode node, std::uint16_t index, std::uint32_t flags))          \
-  X(15, std::uint32_t, SetFieldOptions, (FieldNode node, ObjectHandle options))                   \
-  X(16, void, ResetFieldValue, (FieldNode node))                                                  \
-  X(17, ObjectDoc, CreateFDFFromForm,                                                             \
-    (DocHandle doc, ObjectHandle list, Boolean inclusion, Boolean includeEmpty,                   \
-     Boolean exportCommand, Boolean loadAll, const char* basePath))                               \
-  X(18, void, WriteURLEncoded,                                                                    \
-    (DocHandle doc, ObjectHandle list, Boolean inclusion, Boolean includeEmpty,                   \
-     StreamHandle stream))                                                                        \
-  X(19, Boolean, ImportFDF, (DocHandle doc, ObjectDoc fdf))                                       \
-  X(20, void, ResetFields, (DocHandle doc, ObjectHandle list, Boolean inclusion))                 \
-  X(21, std::uint32_t, FormEventRegister,                                                         \
-    (std::uint32_t event, FormEventNotify notify, FormEventFailure failure, void* clientData))    \
+#define QUILLFORM_FORMS_TABLE(X)                                                               \
+  X(1, Boolean, DocumentHasForm, (DocHandle doc))                                              \
+  X(2, void, LoadAllFields, (DocHandle doc))                                                   \
+  X(3, void, ForEachFieldNode,                                                                 \
+    (DocHandle doc, Boolean terminalOnly, Boolean onePerName, FieldNodeProc proc,              \
+     void* clientData))                                                                        \
+  X(4, FieldNode, FindFieldByName, (DocHandle doc, const char* name))                          \
+  X(5, FieldNode, FieldNodeOf, (ObjectHandle dict))                                            \
+  X(6, ObjectHandle, FieldNodeDict, (FieldNode node))                                          \
+  X(7, Boolean, FieldNodeIsValid, (FieldNode node))                                            \
+  X(8, Boolean, FieldNodeIsTerminal, (FieldNode node))                                         \
+  X(9, ObjectHandle, GetFieldValue, (FieldNode node))                                          \
+  X(10, std::uint32_t, GetFieldFlags, (FieldNode node, std::uint16_t index))                   \
+  X(11, const char*, FieldNodeName, (FieldNode node))                                          \
+  X(12, Boolean, NodeIsWidget, (FieldNode node))                                               \
+  X(13, void, SetFieldValue, (FieldNode node, ObjectHandle value))                             \
+  X(14, void, SetFieldFlags, (FieldNode node, std::uint16_t index, std::uint32_t flags))       \
+  X(15, std::uint32_t, SetFieldOptions, (FieldNode node, ObjectHandle options))                \
+  X(16, void, ResetFieldValue, (FieldNode node))                                               \
+  X(17, ObjectDoc, CreateFDFFromForm,                                                          \
+    (DocHandle doc, ObjectHandle list, Boolean inclusion, Boolean includeEmpty,                \
+     Boolean exportCommand, Boolean loadAll, const char* basePath))                            \
+  X(18, void, WriteURLEncoded,                                                                 \
+    (DocHandle doc, ObjectHandle list, Boolean inclusion, Boolean includeEmpty,                \
+     StreamHandle stream))                                                                     \
+  X(19, Boolean, ImportFDF, (DocHandle doc, ObjectDoc fdf))                                    \
+  X(20, void, ResetFields, (DocHandle doc, ObjectHandle list, Boolean inclusion))              \
+  X(21, std::uint32_t, FormEventRegister,                                                      \
+    (std::uint32_t event, FormEventNotify notify, FormEventFailure failure, void* clientData)) \
   X(22, void, FormEventUnregister, (std::uint32_t event, std::uint32_t identifier))
 
 QUILLON_DECLARE_TABLE(FormsTable, QUILLFORM_FORMS_TABLE)

@@ -8,20 +8,20 @@
 namespace quillon {
 
 enum Notification : std::uint32_t {
-  kNoteDocOpened = 4,         // DocNote: after a document was opened in a view
-  kNoteScrolled = 5,          // PageViewNote
-  kNotePageChanged = 6,       // PageViewNote
-  kNoteViewClosing = 7,       // ViewNote: before a view closes, everything is still there
-  kNoteDocClosed = 8,         // ClosedNote: the document is gone, the handle is only an identity
-  kNoteViewChanged = 14,      // PageViewNote
-  kNotePagesInserted = 0x10,  // PagesInsertedNote
-  kNotePagesWillDelete = 0x15,    // PagesNote
-  kNotePermissionsChanged = 0x21, // ClosedNote
-  kNoteAnnotWillRemove = 0x25,    // AnnotNote: key and error are not set
-  kNoteAnnotWillChange = 0x26,    // AnnotNote: error is not set
-  kNoteAnnotAdded = 0x27,         // AnnotNote: key and error are not set
-  kNoteAnnotChanged = 0x29,       // AnnotNote
-  kNoteDocChanged = 0x38,         // DocChangedNote: see DocChange
+  kNoteDocOpened = 4,           // DocNote: after a document was opened in a view
+  kNoteScrolled = 5,            // PageViewNote
+  kNotePageChanged = 6,         // PageViewNote
+  kNoteViewClosing = 7,         // ViewNote: before a view closes, everything is still there
+  kNoteDocClosed = 8,           // ClosedNote: the document is gone, the handle is only an identity
+  kNoteViewChanged = 14,        // PageViewNote
+  kNotePagesInserted = 0x10,    // PagesInsertedNote
+  kNotePagesWillDelete = 0x15,  // PagesNote
+  kNotePermissionsChanged = 0x21,  // ClosedNote
+  kNoteAnnotWillRemove = 0x25,     // AnnotNote: key and error are not set
+  kNoteAnnotWillChange = 0x26,     // AnnotNote: error is not set
+  kNoteAnnotAdded = 0x27,          // AnnotNote: key and error are not set
+  kNoteAnnotChanged = 0x29,        // AnnotNote
+  kNoteDocChanged = 0x38,          // DocChangedNote: see DocChange
 };
 
 // Flags of kNoteDocChanged. It is sent before a document's objects are replaced as a whole (a

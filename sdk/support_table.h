@@ -9,10 +9,10 @@ namespace quillon {
 
 // How Support.OpenFile opens a file.
 enum OpenMode : std::uint16_t {
-  kOpenRead = 1,          // must exist
-  kOpenWrite = 2,         // made when missing, emptied when not
-  kOpenReadWrite = 6,     // made when missing, emptied when not
-  kOpenReplace = 7,       // as kOpenReadWrite
+  kOpenRead = 1,       // must exist
+  kOpenWrite = 2,      // made when missing, emptied when not
+  kOpenReadWrite = 6,  // made when missing, emptied when not
+  kOpenReplace = 7,    // as kOpenReadWrite
 };
 
 // Support.RegisterErrorString's severities.
@@ -52,7 +52,8 @@ using TableProviderProc = TableHandle (*)(TableServer server, std::uint32_t vers
 //   PathRelativeText: the text of `path` relative to the folder of `relativeTo`, forward slashes;
 //     the full text when they share no root.
 // Files
-//   OpenFile: 0 and the file, or an error code and none; does not raise. CloseFile: 0 or the code of
+//   OpenFile: 0 and the file, or an error code and none; does not raise. CloseFile: 0 or the code
+//   of
 //     what went wrong at the last moment; the handle is gone either way.
 //   ReadFile, WriteFile: bytes moved; less than asked at the end of the file or on a full disk.
 //   FilePath: a new path, released by the caller. DeleteFile: 0 or an error code.
@@ -88,7 +89,7 @@ using TableProviderProc = TableHandle (*)(TableServer server, std::uint32_t vers
   X(14, std::uint32_t, PathRelativeText,                                                          \
     (PathHandle path, PathHandle relativeTo, char* buffer, std::uint32_t size))                   \
   X(15, PathHandle, TempPath, (FileSystemHandle fileSystem))                                      \
-  X(16, FailureCode, OpenFile, (PathHandle path, std::uint16_t mode, FileHandle* file))           \
+  X(16, FailureCode, OpenFile, (PathHandle path, std::uint16_t mode, FileHandle * file))          \
   X(17, FailureCode, CloseFile, (FileHandle file))                                                \
   X(18, std::uint32_t, ReadFile, (FileHandle file, void* buffer, std::uint32_t size))             \
   X(19, std::uint32_t, WriteFile, (FileHandle file, const void* bytes, std::uint32_t size))       \
@@ -102,8 +103,7 @@ using TableProviderProc = TableHandle (*)(TableServer server, std::uint32_t vers
   X(27, StreamHandle, OpenProcStream, (StreamProc proc, void* clientData))                        \
   X(28, StreamHandle, OpenFileStream, (FileHandle file))                                          \
   X(29, std::uint32_t, ReadStream, (StreamHandle stream, void* buffer, std::uint32_t size))       \
-  X(30, std::uint32_t, WriteStream,                                                               \
-    (StreamHandle stream, const void* bytes, std::uint32_t size))                                 \
+  X(30, std::uint32_t, WriteStream, (StreamHandle stream, const void* bytes, std::uint32_t size)) \
   X(31, void, CloseStream, (StreamHandle stream))                                                 \
   X(32, FailureCode, RegisterErrorString, (std::uint16_t severity, const char* text))             \
   X(33, char*, ErrorText, (FailureCode code, char* buffer, std::uint32_t size))                   \

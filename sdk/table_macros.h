@@ -16,18 +16,18 @@
 
 #define QUILLON_TABLE_COUNT(slot, Return, Name, Params) +1
 
-#define QUILLON_TABLE_CHECK(slot, Return, Name, Params)                    \
-  static_assert(offsetof(TableRecord, Name) == (slot) * sizeof(void*),     \
+#define QUILLON_TABLE_CHECK(slot, Return, Name, Params)                \
+  static_assert(offsetof(TableRecord, Name) == (slot) * sizeof(void*), \
                 "slots follow one another in the order of their numbers");
 
 // Declares `struct TableName { ... }` from the list, with its slot count and layout checks.
-#define QUILLON_DECLARE_TABLE(TableName, List)                               \
-  struct TableName {                                                         \
-    std::uintptr_t slotCount;                                                \
-    List(QUILLON_TABLE_FIELD)                                                \
-  };                                                                         \
+#define QUILLON_DECLARE_TABLE(TableName, List)                                       \
+  struct TableName {                                                                 \
+    std::uintptr_t slotCount;                                                        \
+    List(QUILLON_TABLE_FIELD)                                                        \
+  };                                                                                 \
   inline constexpr std::uintptr_t k##TableName##Slots = 0 List(QUILLON_TABLE_COUNT); \
-  namespace check_##TableName {                                              \
-    using TableRecord = TableName;                                           \
-    List(QUILLON_TABLE_CHECK)                                                \
+  namespace check_##TableName {                                                      \
+    using TableRecord = TableName;                                                   \
+    List(QUILLON_TABLE_CHECK)                                                        \
   }

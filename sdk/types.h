@@ -41,13 +41,13 @@ struct AnnotHandle {
 inline constexpr AnnotHandle kNoAnnot{0, 0};
 
 // Opaque words. A null pointer means none.
-using ObjectDoc = struct ObjectDocOpaque*;    // an object-layer document (PDF or FDF)
-using DocHandle = struct DocOpaque*;          // a document with pages
-using PageHandle = struct PageOpaque*;        // acquired, released by whoever acquired it
-using ActionHandle = struct ActionOpaque*;    // an action dictionary or destination
+using ObjectDoc = struct ObjectDocOpaque*;  // an object-layer document (PDF or FDF)
+using DocHandle = struct DocOpaque*;        // a document with pages
+using PageHandle = struct PageOpaque*;      // acquired, released by whoever acquired it
+using ActionHandle = struct ActionOpaque*;  // an action dictionary or destination
 using FileSpecHandle = struct FileSpecOpaque*;
-using DocView = struct DocViewOpaque*;        // a view of a document
-using PageView = struct PageViewOpaque*;      // the page area of a view
+using DocView = struct DocViewOpaque*;    // a view of a document
+using PageView = struct PageViewOpaque*;  // the page area of a view
 using PathHandle = struct PathOpaque*;
 using FileSystemHandle = struct FileSystemOpaque*;
 using FileHandle = struct FileOpaque*;
@@ -59,9 +59,9 @@ using MenuItemHandle = struct MenuItemOpaque*;
 using ToolbarHandle = struct ToolbarOpaque*;
 using ToolButtonHandle = struct ToolButtonOpaque*;
 using CursorHandle = struct CursorOpaque*;
-using IconHandle = struct IconOpaque*;        // a platform bitmap
-using WindowHandle = struct WindowOpaque*;    // a window of the viewer
-using PlatformWindow = void*;                 // the platform's own window handle
+using IconHandle = struct IconOpaque*;      // a platform bitmap
+using WindowHandle = struct WindowOpaque*;  // a window of the viewer
+using PlatformWindow = void*;               // the platform's own window handle
 
 // Kinds of PDF objects, as Objects.TypeOf answers them.
 enum class ObjectKind : std::uint16_t {

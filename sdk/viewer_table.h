@@ -18,37 +18,57 @@ using DocViewEnumProc = Boolean (*)(DocView view, void* clientData);
 struct AnnotHandlerRecord {
   std::uint32_t size;
   std::uint32_t flags;
-  Callback click;          // Boolean (record, annot, page view, x, y, modifiers, click count)
-  Callback adjustCursor;   // Boolean (record, annot, page view, x, y)
+  Callback click;         // Boolean (record, annot, page view, x, y, modifiers, click count)
+  Callback adjustCursor;  // Boolean (record, annot, page view, x, y)
   Callback unused4;
   Callback unused5;
-  Callback deselected;     // void (record, annot, page view)
-  Callback selected;       // void (record, annot, page view)
-  Callback draw;           // void (record, annot, page view)
+  Callback deselected;  // void (record, annot, page view)
+  Callback selected;    // void (record, annot, page view)
+  Callback draw;        // void (record, annot, page view)
   Callback unused9;
-  Callback getType;        // Atom (record): the annotation subtype served
+  Callback getType;  // Atom (record): the annotation subtype served
   Callback unused11;
-  Callback properties;     // void (record, annot, doc view)
-  Callback keyDown;        // Boolean (record, annot, key, modifiers)
-  Callback getLayer;       // Fixed (record)
-  Callback cursorEnter;    // void (record, annot, page view)
-  Callback cursorLeave;    // void (record, annot, page view)
+  Callback properties;   // void (record, annot, doc view)
+  Callback keyDown;      // Boolean (record, annot, key, modifiers)
+  Callback getLayer;     // Fixed (record)
+  Callback cursorEnter;  // void (record, annot, page view)
+  Callback cursorLeave;  // void (record, annot, page view)
   Callback unused17;
 };
 
 // The host's part of a tool.
 struct ToolRecord {
   std::uint32_t size;
-  Callback activate;       // void (record, Boolean persistent)
-  Callback deactivate;     // void (record)
-  Callback click;          // Boolean (record, page view, x, y, modifiers, click count)
-  Callback adjustCursor;   // Boolean (record, page view, x, y)
-  Callback keyDown;        // Boolean (record, key, modifiers)
-  Callback getType;        // Atom (record)
-  Callback isPersistent;   // Boolean (record)
+  Callback activate;      // void (record, Boolean persistent)
+  Callback deactivate;    // void (record)
+  Callback click;         // Boolean (record, page view, x, y, modifiers, click count)
+  Callback adjustCursor;  // Boolean (record, page view, x, y)
+  Callback keyDown;       // Boolean (record, key, modifiers)
+  Callback getType;       // Atom (record)
+  Callback isPersistent;  // Boolean (record)
   Callback unused8;
   ComputeProc computeEnabled;
   void* computeEnabledData;
+};
+
+// The buttons of a message, its low four flag bits, and the answers, both as Win32 numbers them.
+enum MessageButtons : std::uint32_t {
+  kMessageOk = 0,
+  kMessageOkCancel = 1,
+  kMessageAbortRetryIgnore = 2,
+  kMessageYesNoCancel = 3,
+  kMessageYesNo = 4,
+  kMessageRetryCancel = 5,
+};
+enum MessageAnswer : std::uint32_t {
+  kMessageNotAnswered = 0,  // the plug-in shows its own box
+  kAnswerOk = 1,
+  kAnswerCancel = 2,
+  kAnswerAbort = 3,
+  kAnswerRetry = 4,
+  kAnswerIgnore = 5,
+  kAnswerYes = 6,
+  kAnswerNo = 7,
 };
 
 // What performs one type of action (ISO 32000-1, 12.6). Unused slots are null.
@@ -125,80 +145,85 @@ struct SelectionServerRecord {
 //   and the document with its last view.
 // GetLanguage: the three-letter code of the user interface, "ENU" for English.
 // ModifierKeys: bits 0x01 shift, 0x02 control, 0x04 alt.
-#define QUILLON_VIEWER_TABLE(X)                                                                   \
-  X(1, DocView, ActiveDocView, ())                                                                \
-  X(2, DocHandle, DocOf, (DocView view))                                                          \
-  X(3, void, EnumDocViews, (DocViewEnumProc proc, void* clientData))                              \
-  X(4, Boolean, DocIsExternal, (DocView view))                                                    \
-  X(5, PageView, DocPageView, (DocView view))                                                     \
-  X(6, DocView, PageViewDoc, (PageView view))                                                     \
-  X(7, WindowHandle, DocWindow, (DocView view))                                                   \
-  X(8, PlatformWindow, PlatformWindowOf, (WindowHandle window))                                   \
-  X(9, std::uint32_t, PageViewPageNumber, (PageView view))                                        \
-  X(10, std::uint32_t, FirstVisiblePage, (DocView view))                                          \
-  X(11, std::uint32_t, LastVisiblePage, (DocView view))                                           \
-  X(12, Boolean, IsPageVisible, (DocView view, std::uint32_t page))                               \
-  X(13, void, SetPageViewPage, (PageView view, std::uint32_t page))                               \
-  X(14, Fixed, PageViewZoom, (PageView view))                                                     \
-  X(15, void, PageViewAperture, (PageView view, DeviceRect* rect))                                \
-  X(16, void*, PageViewDrawState, (PageView view))                                                \
-  X(17, void, PageViewSetDrawState, (PageView view, void* state))                                 \
-  X(18, void, UserToDeviceRect, (PageView view, const FixedRect* user, DeviceRect* device))       \
-  X(19, void, DeviceToUserRect, (PageView view, const DeviceRect* device, FixedRect* user))       \
-  X(20, void, AnnotDeviceRect, (PageView view, AnnotHandle annot, DeviceRect* rect))              \
-  X(21, void, InvalidateRect, (PageView view, const DeviceRect* rect))                            \
-  X(22, void, UpdateView, (PageView view))                                                        \
-  X(23, void, DrawAppearance, (PageView view, AnnotHandle annot, ObjectHandle stream))            \
-  X(24, void, RegisterAnnotHandler, (ExtensionId extension, const AnnotHandlerRecord* record))    \
-  X(25, void, RegisterTool, (ExtensionId extension, const ToolRecord* record))                    \
-  X(26, void, RegisterActionHandler,                                                              \
-    (ExtensionId extension, Atom type, const ActionHandlerRecord* record, const char* name))      \
-  X(27, const ActionHandlerRecord*, ActionHandlerOf, (Atom type))                                 \
-  X(28, void, RegisterNotification,                                                               \
-    (std::uint32_t number, ExtensionId extension, Callback routine, void* clientData))            \
-  X(29, void, UnregisterNotification,                                                             \
-    (std::uint32_t number, ExtensionId extension, Callback routine, void* clientData))            \
-  X(30, void, RegisterSelectionServer,                                                            \
-    (ExtensionId extension, const SelectionServerRecord* record))                                 \
-  X(31, void, RegisterDataHandler,                                                                \
-    (ExtensionId extension, Atom type, const DataHandlerRecord* record))                          \
-  X(32, MenuHandle, AcquireMenuByName, (const char* name))                                        \
-  X(33, MenuItemHandle, MenuItemByName, (const char* name))                                       \
-  X(34, MenuItemHandle, NewMenuItem,                                                              \
-    (const char* label, const char* name, MenuHandle submenu, Boolean wantsShortcut,              \
-     std::uint16_t shortcut, std::uint16_t modifiers, IconHandle icon, ExtensionId extension))    \
-  X(35, void, SetExecuteProc, (MenuItemHandle item, ExecuteProc proc, void* clientData))          \
-  X(36, void, SetComputeEnabledProc, (MenuItemHandle item, ComputeProc proc, void* clientData))   \
-  X(37, void, SetComputeMarkedProc, (MenuItemHandle item, ComputeProc proc, void* clientData))    \
-  X(38, void, AddMenuItem, (MenuHandle menu, MenuItemHandle item, std::uint16_t position))        \
-  X(39, void, ReleaseMenuItem, (MenuItemHandle item))                                             \
-  X(40, void, SetSelection,                                                                       \
-    (DocView view, Atom type, void* data, Boolean highlighted))                                   \
-  X(41, void, ClearSelection, (DocView view, Boolean highlighted))                                \
-  X(42, Atom, SelectionType, (DocView view))                                                      \
-  X(43, void*, SelectionData, (DocView view))                                                     \
-  X(44, DocView, OpenDocument,                                                                    \
-    (PathHandle path, FileSystemHandle fileSystem, const char* title, std::uint32_t flags))       \
-  X(45, void, CloseView, (DocView view))                                                          \
-  X(46, std::uint32_t, BeginModal, (void* window))                                                \
-  X(47, void, EndModal, ())                                                                       \
-  X(48, void, Beep, (std::uint16_t sound))                                                        \
-  X(49, void, PerformAction, (ActionHandle action, DocView view))                                 \
-  X(50, const char*, GetLanguage, ())                                                             \
-  X(51, MenuHandle, NewMenu, (const char* title, const char* name, ExtensionId extension))        \
-  X(52, MenuHandle, SubmenuOf, (MenuItemHandle item))                                             \
-  X(53, MenuHandle, MenuOfItem, (MenuItemHandle item))                                            \
-  X(54, std::uint16_t, MenuItemIndex, (MenuItemHandle item))                                      \
-  X(55, ToolbarHandle, GetToolbar, ())                                                            \
-  X(56, ToolButtonHandle, FindToolbarButton, (ToolbarHandle bar, Atom name))                      \
-  X(57, ToolButtonHandle, NewToolbarButton,                                                       \
-    (Atom name, IconHandle icon, std::uint32_t flags, std::uint32_t reserved))                    \
-  X(58, void, AddToolbarButton,                                                                   \
-    (ToolbarHandle bar, ToolButtonHandle button, Boolean before, ToolButtonHandle other))         \
-  X(59, std::uint32_t, ModifierKeys, ())
+// AnswerMessage: asked before a plug-in shows a message box; caption and text are host text, flags
+//   those of the box. Without a screen the host prints the message and answers it by policy; a
+//   MessageAnswer, kMessageNotAnswered when the plug-in is to show the box. Never raises.
+#define QUILLON_VIEWER_TABLE(X)                                                                 \
+  X(1, DocView, ActiveDocView, ())                                                              \
+  X(2, DocHandle, DocOf, (DocView view))                                                        \
+  X(3, void, EnumDocViews, (DocViewEnumProc proc, void* clientData))                            \
+  X(4, Boolean, DocIsExternal, (DocView view))                                                  \
+  X(5, PageView, DocPageView, (DocView view))                                                   \
+  X(6, DocView, PageViewDoc, (PageView view))                                                   \
+  X(7, WindowHandle, DocWindow, (DocView view))                                                 \
+  X(8, PlatformWindow, PlatformWindowOf, (WindowHandle window))                                 \
+  X(9, std::uint32_t, PageViewPageNumber, (PageView view))                                      \
+  X(10, std::uint32_t, FirstVisiblePage, (DocView view))                                        \
+  X(11, std::uint32_t, LastVisiblePage, (DocView view))                                         \
+  X(12, Boolean, IsPageVisible, (DocView view, std::uint32_t page))                             \
+  X(13, void, SetPageViewPage, (PageView view, std::uint32_t page))                             \
+  X(14, Fixed, PageViewZoom, (PageView view))                                                   \
+  X(15, void, PageViewAperture, (PageView view, DeviceRect * rect))                             \
+  X(16, void*, PageViewDrawState, (PageView view))                                              \
+  X(17, void, PageViewSetDrawState, (PageView view, void* state))                               \
+  X(18, void, UserToDeviceRect, (PageView view, const FixedRect* user, DeviceRect* device))     \
+  X(19, void, DeviceToUserRect, (PageView view, const DeviceRect* device, FixedRect* user))     \
+  X(20, void, AnnotDeviceRect, (PageView view, AnnotHandle annot, DeviceRect * rect))           \
+  X(21, void, InvalidateRect, (PageView view, const DeviceRect* rect))                          \
+  X(22, void, UpdateView, (PageView view))                                                      \
+  X(23, void, DrawAppearance, (PageView view, AnnotHandle annot, ObjectHandle stream))          \
+  X(24, void, RegisterAnnotHandler, (ExtensionId extension, const AnnotHandlerRecord* record))  \
+  X(25, void, RegisterTool, (ExtensionId extension, const ToolRecord* record))                  \
+  X(26, void, RegisterActionHandler,                                                            \
+    (ExtensionId extension, Atom type, const ActionHandlerRecord* record, const char* name))    \
+  X(27, const ActionHandlerRecord*, ActionHandlerOf, (Atom type))                               \
+  X(28, void, RegisterNotification,                                                             \
+    (std::uint32_t number, ExtensionId extension, Callback routine, void* clientData))          \
+  X(29, void, UnregisterNotification,                                                           \
+    (std::uint32_t number, ExtensionId extension, Callback routine, void* clientData))          \
+  X(30, void, RegisterSelectionServer,                                                          \
+    (ExtensionId extension, const SelectionServerRecord* record))                               \
+  X(31, void, RegisterDataHandler,                                                              \
+    (ExtensionId extension, Atom type, const DataHandlerRecord* record))                        \
+  X(32, MenuHandle, AcquireMenuByName, (const char* name))                                      \
+  X(33, MenuItemHandle, MenuItemByName, (const char* name))                                     \
+  X(34, MenuItemHandle, NewMenuItem,                                                            \
+    (const char* label, const char* name, MenuHandle submenu, Boolean wantsShortcut,            \
+     std::uint16_t shortcut, std::uint16_t modifiers, IconHandle icon, ExtensionId extension))  \
+  X(35, void, SetExecuteProc, (MenuItemHandle item, ExecuteProc proc, void* clientData))        \
+  X(36, void, SetComputeEnabledProc, (MenuItemHandle item, ComputeProc proc, void* clientData)) \
+  X(37, void, SetComputeMarkedProc, (MenuItemHandle item, ComputeProc proc, void* clientData))  \
+  X(38, void, AddMenuItem, (MenuHandle menu, MenuItemHandle item, std::uint16_t position))      \
+  X(39, void, ReleaseMenuItem, (MenuItemHandle item))                                           \
+  X(40, void, SetSelection, (DocView view, Atom type, void* data, Boolean highlighted))         \
+  X(41, void, ClearSelection, (DocView view, Boolean highlighted))                              \
+  X(42, Atom, SelectionType, (DocView view))                                                    \
+  X(43, void*, SelectionData, (DocView view))                                                   \
+  X(44, DocView, OpenDocument,                                                                  \
+    (PathHandle path, FileSystemHandle fileSystem, const char* title, std::uint32_t flags))     \
+  X(45, void, CloseView, (DocView view))                                                        \
+  X(46, std::uint32_t, BeginModal, (void* window))                                              \
+  X(47, void, EndModal, ())                                                                     \
+  X(48, void, Beep, (std::uint16_t sound))                                                      \
+  X(49, void, PerformAction, (ActionHandle action, DocView view))                               \
+  X(50, const char*, GetLanguage, ())                                                           \
+  X(51, MenuHandle, NewMenu, (const char* title, const char* name, ExtensionId extension))      \
+  X(52, MenuHandle, SubmenuOf, (MenuItemHandle item))                                           \
+  X(53, MenuHandle, MenuOfItem, (MenuItemHandle item))                                          \
+  X(54, std::uint16_t, MenuItemIndex, (MenuItemHandle item))                                    \
+  X(55, ToolbarHandle, GetToolbar, ())                                                          \
+  X(56, ToolButtonHandle, FindToolbarButton, (ToolbarHandle bar, Atom name))                    \
+  X(57, ToolButtonHandle, NewToolbarButton,                                                     \
+    (Atom name, IconHandle icon, std::uint32_t flags, std::uint32_t reserved))                  \
+  X(58, void, AddToolbarButton,                                                                 \
+    (ToolbarHandle bar, ToolButtonHandle button, Boolean before, ToolButtonHandle other))       \
+  X(59, std::uint32_t, ModifierKeys, ())                                                        \
+  X(60, std::uint32_t, AnswerMessage, (const char* caption, const char* text, std::uint32_t flags))
 
 QUILLON_DECLARE_TABLE(ViewerTable, QUILLON_VIEWER_TABLE)
 
 inline constexpr std::uint32_t kViewerOpenDocumentSlot = 44;
+// Hosts of before this slot have none: look at the table's slotCount first.
+inline constexpr std::uint32_t kViewerAnswerMessageSlot = 60;
 
 }  // namespace quillon

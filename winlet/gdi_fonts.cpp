@@ -7,6 +7,8 @@
 #include <memory>
 #include <set>
 
+#include "winlet/windows.h"
+
 namespace {
 
 constexpr int kUnitsAnInch = 96;
@@ -72,11 +74,6 @@ int GetObjectA(HGDIOBJ object, int size, LPVOID buffer) {
 
 BOOL DeleteObject(HGDIOBJ object) { return Fonts().erase(object) == 1 ? TRUE : FALSE; }
 
-HWND GetDesktopWindow() {
-  static char desktop;
-  return reinterpret_cast<HWND>(&desktop);
-}
-
 HDC GetDC(HWND) {
   DeviceContexts& contexts = Contexts();
   const auto handle = reinterpret_cast<HDC>(++contexts.lastNumber);
@@ -88,7 +85,17 @@ int ReleaseDC(HWND, HDC context) { return static_cast<int>(Contexts().live.erase
 
 int GetDeviceCaps(HDC context, int index) {
   if (!Contexts().live.contains(context)) return 0;
-  return index == LOGPIXELSX || index == LOGPIXELSY ? kUnitsAnInch : 0;
+  switch (index) {
+    case HORZRES:
+      return kWinletScreenWidth;
+    case VERTRES:
+      return kWinletScreenHeight;
+    case LOGPIXELSX:
+    case LOGPIXELSY:
+      return kUnitsAnInch;
+    default:
+      return 0;
+  }
 }
 
 int MulDiv(int number, int numerator, int denominator) {

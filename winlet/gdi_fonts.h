@@ -32,6 +32,8 @@ struct LOGFONTA {
 #define DEFAULT_QUALITY 0
 #define VARIABLE_PITCH 2
 #define FF_SWISS 0x20
+#define HORZRES 8
+#define VERTRES 10
 #define LOGPIXELSX 88
 #define LOGPIXELSY 90
 
@@ -45,8 +47,7 @@ int GetObjectA(HGDIOBJ object, int size, LPVOID buffer);
 BOOL DeleteObject(HGDIOBJ object);
 
 // The screen. Every window's device context is the same: 96 units an inch. Other capabilities than
-// LOGPIXELSX and LOGPIXELSY are 0.
-HWND GetDesktopWindow();
+// those above are 0.
 HDC GetDC(HWND window);
 int ReleaseDC(HWND window, HDC context);
 int GetDeviceCaps(HDC context, int index);

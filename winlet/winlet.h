@@ -3,7 +3,13 @@
 // linked with this layer has a copy of its own, as the handles have no meaning outside it.
 #pragma once
 
+#include "winlet/format.h"
 #include "winlet/gdi_fonts.h"
+#include "winlet/message_box.h"
+#include "winlet/module_file.h"
+#include "winlet/registry.h"
 #include "winlet/resources.h"
 #include "winlet/strings.h"
+#include "winlet/system_colours.h"
 #include "winlet/types.h"
+#include "winlet/windows.h"

@@ -41,5 +41,7 @@ void DrawRoundBorder(ContentWriter& writer, const FixedRect* rect, std::int32_t 
 
 // The distance kept between the widget's edge and its content, in whole points.
 std::int32_t ContentInset(const BorderStyle& border);
+// The area inside that distance, in the widget's own coordinates before it is turned.
+FixedRect AreaInside(const FixedRect& widget, Fixed margin);
 
 }  // namespace quillform

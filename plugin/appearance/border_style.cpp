@@ -1,6 +1,7 @@
 #include <algorithm>
 
 #include "plugin/appearance/border.h"
+#include "plugin/appearance/fixed_math.h"
 #include "plugin/appearance/form_stream.h"
 #include "plugin/appearance/widget_entries.h"
 #include "plugin/model/field_tree.h"
@@ -133,6 +134,11 @@ std::int32_t ContentInset(const BorderStyle& border) {
   constexpr std::int32_t kWidest = 0x7FFF;
   const std::int32_t width = std::clamp(border.width, -kWidest, kWidest);
   return deep ? 2 * width : width;
+}
+
+FixedRect AreaInside(const FixedRect& widget, Fixed margin) {
+  return {margin, FixedSub(FixedDistance(widget.top, widget.bottom), margin),
+          FixedSub(FixedDistance(widget.right, widget.left), margin), margin};
 }
 
 }  // namespace quillform

@@ -25,6 +25,13 @@ inline Fixed FixedHalf(Fixed value) { return Support->FixedDiv(value, kFixedTwo)
 inline bool IsWhole(Fixed value) { return value % kFixedOne == 0; }
 inline std::int32_t WholePart(Fixed value) { return value / kFixedOne; }
 
+// value x part / whole in one step: a quotient rounded on the way would leave whole results by a
+// little. `whole` is above 0.
+inline Fixed FixedScale(Fixed value, Fixed part, Fixed whole) {
+  const std::int64_t product = std::int64_t{value} * part;
+  return HoldFixed((product < 0 ? product - whole / 2 : product + whole / 2) / whole);
+}
+
 // The distance between two edges, whichever is the greater.
 inline Fixed FixedDistance(Fixed a, Fixed b) { return a > b ? FixedSub(a, b) : FixedSub(b, a); }
 

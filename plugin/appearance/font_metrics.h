@@ -12,7 +12,7 @@ struct FontMetrics {
   Fixed size;        // points
   Fixed lineHeight;  // (box top - box bottom) / 1000 x size
   Fixed ascent;
-  Fixed descent;     // negative
+  Fixed descent;                  // negative
   std::array<Fixed, 256> widths;  // advance of each byte code at this size
 };
 

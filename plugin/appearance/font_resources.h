@@ -18,8 +18,8 @@ extern std::array<BaseFont, 14> baseFonts;
 void FillBaseFontTable();
 
 bool IsBaseFont(Atom base);
-Atom ShortNameOf(Atom base);           // the atom itself when it is not a base font
-Atom BaseNameOf(Atom shortName);       // kNoAtom when it is not a short name
+Atom ShortNameOf(Atom base);             // the atom itself when it is not a base font
+Atom BaseNameOf(Atom shortName);         // kNoAtom when it is not a short name
 Atom BaseFontOf(ObjectHandle fontDict);  // kNoAtom without a BaseFont name
 Atom FontKeyOf(ObjectHandle fontDict);
 

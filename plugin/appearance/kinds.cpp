@@ -1,5 +1,8 @@
 #include "plugin/appearance/kinds.h"
 
+#include "plugin/appearance/check_field.h"
+#include "plugin/appearance/choice_field.h"
+#include "plugin/appearance/push_button.h"
 #include "plugin/appearance/text_field.h"
 #include "plugin/appearance/widget_look.h"
 #include "plugin/model/field_kinds.h"
@@ -38,8 +41,21 @@ void RebuildText(const FieldTypeHandler*, AnnotHandle annot, Atom, ObjectHandle 
   BuildTextAppearance(annot, value);
 }
 
-void RefuseRebuild(const FieldTypeHandler*, AnnotHandle, Atom, ObjectHandle, bool) {
-  Raise(quillon::kErrorNotOffered);
+void RebuildCombo(const FieldTypeHandler*, AnnotHandle annot, Atom, ObjectHandle value, bool) {
+  BuildComboAppearance(annot, value);
+}
+
+void RebuildList(const FieldTypeHandler*, AnnotHandle annot, Atom, ObjectHandle, bool) {
+  BuildListAppearance(annot);
+}
+
+void RebuildCheck(const FieldTypeHandler*, AnnotHandle annot, Atom state, ObjectHandle,
+                  bool stale) {
+  RefreshCheckWidget(annot, state, stale);
+}
+
+void RebuildButton(const FieldTypeHandler*, AnnotHandle annot, Atom, ObjectHandle, bool stale) {
+  RefreshButtonWidget(annot, stale);
 }
 
 // Buttons of all kinds track a press and leave the focus where it is.
@@ -61,12 +77,12 @@ constexpr FieldTypeHandler KindRecord(std::uint16_t pressed, decltype(&RebuildTe
 }
 
 constexpr FieldTypeHandler kKinds[] = {
-    KindRecord<&key::Button, 53>(kPressed, &RefuseRebuild),
+    KindRecord<&key::Button, 53>(kPressed, &RebuildButton),
     KindRecord<&key::Text, 54>(0, &RebuildText),
-    KindRecord<&key::ComboBox, 55>(0, &RefuseRebuild),
-    KindRecord<&key::ListBox, 56>(0, &RefuseRebuild),
-    KindRecord<&key::RadioButton, 57>(kPressed, &RefuseRebuild),
-    KindRecord<&key::CheckBox, 58>(kPressed, &RefuseRebuild),
+    KindRecord<&key::ComboBox, 55>(0, &RebuildCombo),
+    KindRecord<&key::ListBox, 56>(0, &RebuildList),
+    KindRecord<&key::RadioButton, 57>(kPressed, &RebuildCheck),
+    KindRecord<&key::CheckBox, 58>(kPressed, &RebuildCheck),
 };
 
 }  // namespace

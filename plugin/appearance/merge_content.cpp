@@ -244,12 +244,6 @@ void GiveResources(ObjectHandle oldDict, ObjectHandle dict, ObjectDoc doc,
   }
 }
 
-// The box as the widget stands: the writer's is exchanged for a turned one.
-FixedRect UnturnedBox(const ContentWriter& writer) {
-  if (writer.rotation != 90 && writer.rotation != 270) return writer.box;
-  return {0, BoxWidth(writer), BoxHeight(writer), 0};
-}
-
 }  // namespace
 
 ObjectHandle MergeMarkedContent(ObjectHandle oldStream, ContentWriter& writer,
@@ -266,7 +260,9 @@ ObjectHandle MergeMarkedContent(ObjectHandle oldStream, ContentWriter& writer,
     NewObject stream(NewMergedStream(oldStream, doc, *text, writer.text.size()));
     if (IsNull(stream.handle)) return;
     const ObjectHandle dict = Objects->StreamDict(stream.handle);
-    PutBBox(dict, doc, UnturnedBox(writer));
+    // The text is laid out in the writer's box, which is turned already: with width and height
+    // exchanged once more, the new text of a turned widget would fall outside it.
+    PutBBox(dict, doc, writer.box);
     PutRotationMatrix(dict, doc, writer.rotation, BoxWidth(writer), BoxHeight(writer));
     GiveResources(Objects->StreamDict(oldStream), dict, doc, look, formResources);
     result = stream.Release();

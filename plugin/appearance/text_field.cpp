@@ -44,67 +44,28 @@ std::string StringText(ObjectHandle value) {
   return text;
 }
 
-// One widget's text, as the layout needs it.
-struct FieldText {
-  std::string text;
-  TextAppearance look;
-  bool multiLine;
-  Fixed margin;
-  FixedRect inner;  // in unrotated widget coordinates
-};
-
-FieldText PrepareText(AnnotHandle annot, FieldNode node, const WidgetFrame& frame,
-                      const TextAppearance& look, ObjectHandle value) {
-  const std::uint32_t flags = GetFieldFlags(node, 1);
-  BorderStyle border;
-  ReadBorderStyle(annot, &border);
-  const Fixed margin = FixedOfWhole(ContentInset(border));
-  const Fixed width = FixedDistance(frame.rect.right, frame.rect.left);
-  const Fixed height = FixedDistance(frame.rect.top, frame.rect.bottom);
-  FieldText field{ValueText(value),
-                  look,
-                  (flags & kFieldMultiLine) != 0,
-                  margin,
-                  {margin, FixedSub(height, margin), FixedSub(width, margin), margin}};
-  if ((flags & kFieldPassword) != 0) std::fill(field.text.begin(), field.text.end(), '*');
-  return field;
-}
-
-// Inside an existing appearance the author's own clip applies.
-void DrawFieldText(ContentWriter& writer, const FieldText& field, bool clips) {
+void DrawSection(ContentWriter& writer, const WidgetFrame& frame, const WidgetContent& content,
+                 bool clips) {
   BeginMarkedContent(writer, key::Tx);
-  if (clips) WriteClip(writer, field.inner);
-  if (field.multiLine) {
-    std::string lines = field.text;
-    std::erase(lines, '\n');
-    WriteMultiLine(writer, true, field.margin, field.look, lines.c_str());
-  } else {
-    WriteSingleLine(writer, field.margin, field.look, field.text.c_str());
-  }
+  if (clips) WriteClip(writer, AreaInside(frame.rect, content.margin));
+  content.draw(writer);
   if (clips) WriteRestore(writer);
   EndMarkedContent(writer);
 }
 
-// The stream for a widget with a field: the existing one brought up to date, or a new one.
-ObjectHandle BuildStream(AnnotHandle annot, FieldNode node, ObjectHandle value) {
+ObjectHandle BuildStream(AnnotHandle annot, FieldNode node, const WidgetContent& content) {
   const WidgetFrame frame = FrameOfWidget(annot);
   ContentWriter writer = NewContentWriter(frame.rect, frame.rotation);
   const ObjectHandle existing = BeginWidgetAppearance(annot, writer);
   const bool updates = !IsNull(existing);
-  TextAppearance look;
-  FieldTextAppearance(node, &look);
-  const FieldText field = PrepareText(annot, node, frame, look, value);
-  const bool hasText = !field.text.empty();
-  if (hasText) DrawFieldText(writer, field, !updates);
-  if (hasText && field.multiLine) node->status &= ~std::uint32_t{kNodeMultiLineCommit};
-
+  if (!content.isEmpty) DrawSection(writer, frame, content, !updates);
   if (updates) {
     const ObjectHandle merged =
-        MergeMarkedContent(existing, writer, look, GetFieldEntry(node, kBitDR));
+        MergeMarkedContent(existing, writer, content.look, GetFieldEntry(node, kBitDR));
     if (!IsNull(merged)) return merged;
-    // An appearance without a marked section has no place for the text: it is replaced.
+    // An appearance without a marked section has no place for the content: it is replaced.
     writer = NewContentWriter(frame.rect, frame.rotation);
-    if (hasText) DrawFieldText(writer, field, true);
+    if (!content.isEmpty) DrawSection(writer, frame, content, true);
   }
   return MakeFormStream(ObjectDocOfAnnot(annot), writer);
 }
@@ -145,11 +106,44 @@ ObjectHandle BeginWidgetAppearance(AnnotHandle annot, ContentWriter& writer) {
   return usable ? normal : quillon::kNullObject;
 }
 
-void BuildTextAppearance(AnnotHandle annot, ObjectHandle value) {
+Fixed MarginInside(AnnotHandle annot) {
+  BorderStyle border;
+  ReadBorderStyle(annot, &border);
+  return FixedOfWhole(ContentInset(border));
+}
+
+void BuildWithContent(AnnotHandle annot, FieldNode node, const WidgetContent& content) {
+  InstallAppearance(annot, kNoAtom, BuildStream(annot, node, content));
+}
+
+void BuildValueAppearance(AnnotHandle annot, ObjectHandle value, std::uint32_t layoutFlags) {
   const FieldNode node = FieldNodeOfWidget(annot);
-  const ObjectHandle stream =
-      FieldNodeIsValid(node) ? BuildStream(annot, node, value) : quillon::kNullObject;
-  InstallAppearance(annot, kNoAtom, stream);
+  if (!FieldNodeIsValid(node)) {
+    InstallAppearance(annot, kNoAtom, quillon::kNullObject);
+    return;
+  }
+  const std::uint32_t flags = GetFieldFlags(node, 1) & layoutFlags;
+  const bool multiLine = (flags & kFieldMultiLine) != 0;
+  TextAppearance look;
+  FieldTextAppearance(node, &look);
+  const Fixed margin = MarginInside(annot);
+  std::string text = ValueText(value);
+  if ((flags & kFieldPassword) != 0) std::fill(text.begin(), text.end(), '*');
+  const auto draw = [&](ContentWriter& writer) {
+    if (multiLine) {
+      std::string lines = text;
+      std::erase(lines, '\n');
+      WriteMultiLine(writer, true, margin, look, lines.c_str());
+    } else {
+      WriteSingleLine(writer, margin, look, text.c_str());
+    }
+  };
+  BuildWithContent(annot, node, {look, margin, text.empty(), draw});
+  if (multiLine && !text.empty()) node->status &= ~std::uint32_t{kNodeMultiLineCommit};
+}
+
+void BuildTextAppearance(AnnotHandle annot, ObjectHandle value) {
+  BuildValueAppearance(annot, value, kFieldMultiLine | kFieldPassword);
 }
 
 }  // namespace quillform

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <iterator>
 
 #include "plugin/appearance/fixed_math.h"
 
@@ -14,8 +15,8 @@ constexpr Fixed kProbeSize = 10 * kFixedOne;
 constexpr Fixed kSmallestSize = 4 * kFixedOne;
 constexpr Fixed kLargestSize = 144 * kFixedOne;
 constexpr std::size_t kPieceBytes = 64;
-// What one operator line can hold of an escaped string beside its parentheses and operator.
-constexpr std::size_t kEscapedBytes = 1019;
+constexpr std::size_t kLineBytes = 1024;  // of one operator line
+constexpr std::size_t kShowBytes = std::size("() Tj") - 1;
 
 void SelectFont(ContentWriter& writer, const TextAppearance& look) {
   writer.flags |= kWriterUsesFont;
@@ -45,18 +46,6 @@ std::size_t EscapedLength(char c) {
   return std::strchr("()\\[]", c) != nullptr ? 2 : 1;
 }
 
-// How many bytes from `text` one string operator can show.
-std::size_t ShowableBytes(const char* text) {
-  std::size_t escaped = 0;
-  std::size_t count = 0;
-  while (text[count] != '\0') {
-    escaped += EscapedLength(text[count]);
-    if (escaped > kEscapedBytes) break;
-    ++count;
-  }
-  return count;
-}
-
 // Takes one line up to (and over) the next line break.
 void TakeLine(const char* text, std::string* line, std::size_t* position) {
   const std::size_t length = std::strcspn(text + *position, "\r\n");
@@ -66,6 +55,17 @@ void TakeLine(const char* text, std::string* line, std::size_t* position) {
 }
 
 }  // namespace
+
+std::size_t ShowableBytes(const char* text, std::size_t otherBytes) {
+  std::size_t line = otherBytes;
+  std::size_t count = 0;
+  while (text[count] != '\0') {
+    line += EscapedLength(text[count]);
+    if (line > kLineBytes) break;
+    ++count;
+  }
+  return count;
+}
 
 Fixed AutoFontSize(const ContentWriter& writer, Atom baseFont, Fixed margin) {
   const Fixed lineHeight = FontMetricsOf(baseFont, kProbeSize).lineHeight;
@@ -118,7 +118,7 @@ void LayoutLine(LineLayout& layout, const char* text) {
   layout.lastX = x;
   // A line that one operator cannot show goes on with the next one.
   do {
-    const std::string shown(text, ShowableBytes(text));
+    const std::string shown(text, ShowableBytes(text, kShowBytes));
     WriteOp(writer, "%s Tj", shown.c_str());
     text += shown.size();
   } while (*text != '\0');

@@ -27,6 +27,10 @@ void LayoutLine(LineLayout& layout, const char* text);
 void EndLineLayout(LineLayout& layout);
 std::int32_t VisibleLineCount(const LineLayout& layout);
 
+// How many bytes from `text` (at least one, unless it is empty) one operator line can show whose
+// other bytes are so many.
+std::size_t ShowableBytes(const char* text, std::size_t otherBytes);
+
 // Takes one line of at most `maxWidth` from `text` at *position; answers its width.
 Fixed WrapLine(const FontMetrics& metrics, Fixed maxWidth, const char* text, std::string* line,
                std::size_t* position);

@@ -94,10 +94,8 @@ void ApplyDrawnHeight(ObjectHandle annotDict, FixedRect& rect) {
   const Fixed drawn = Objects->FixedValue(entry);
   const Fixed height = FixedSub(rect.top, rect.bottom);
   if (drawn <= 0 || height <= 0 || drawn == height) return;
-  // The quotient first: the product of two lengths would leave the range of Fixed.
-  const Fixed scale = Support->FixedDiv(drawn, height);
   rect.top = FixedAdd(rect.bottom, drawn);
-  rect.right = FixedAdd(rect.left, Support->FixedMul(FixedSub(rect.right, rect.left), scale));
+  rect.right = FixedAdd(rect.left, FixedScale(FixedSub(rect.right, rect.left), drawn, height));
 }
 
 }  // namespace

@@ -2,6 +2,7 @@
 
 #include <new>
 
+#include "plugin/appearance/fixed_math.h"
 #include "plugin/appearance/form_stream.h"
 #include "plugin/appearance/widget_entries.h"
 #include "plugin/model/field_tree.h"
@@ -24,7 +25,7 @@ Fixed ShownSize(AnnotHandle annot, Fixed size) {
   if (drawn <= 0) return size;
   FixedRect rect;
   Document->AnnotRect(annot, &rect);
-  return Support->FixedMul(size, Support->FixedDiv(rect.top - rect.bottom, drawn));
+  return FixedScale(size, FixedSub(rect.top, rect.bottom), drawn);
 }
 
 void TakeTextLook(const TextAppearance& text, WidgetLook* look) {

@@ -89,14 +89,11 @@ void ReadKindPart(AnnotHandle annot, Atom kind, WidgetLook* look);
 
 // WriteWidgetLook with the part that the look carries. While the field's node is marked as edited
 // by an author (kNodeEdited) options, limits and defaults are written too; otherwise only what the
-// user's filling in has changed. Raises kErrorNotOffered where a builder is missing.
+// user's filling in has changed.
 void ApplyWidgetLook(AnnotHandle annot, WidgetLook& look);
 
 // The name of a check box's or radio button's checked state.
 Atom OnStateOf(AnnotHandle annot);
-
-// Builds a push button's appearances from its look; null until there is a builder.
-extern void (*buildButtonAppearances)(AnnotHandle annot, const WidgetLook& look);
 
 enum class ValueType : std::int32_t {
   kInteger = 1,

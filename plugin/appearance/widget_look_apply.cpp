@@ -3,6 +3,7 @@
 #include "plugin/appearance/fixed_math.h"
 #include "plugin/appearance/form_parts.h"
 #include "plugin/appearance/form_stream.h"
+#include "plugin/appearance/push_button.h"
 #include "plugin/appearance/text_field.h"
 #include "plugin/appearance/widget_entries.h"
 #include "plugin/appearance/widget_look.h"
@@ -13,8 +14,6 @@
 #include "plugin/resources/resources.h"
 
 namespace quillform {
-
-void (*buildButtonAppearances)(AnnotHandle annot, const WidgetLook& look) = nullptr;
 
 namespace {
 
@@ -155,16 +154,23 @@ void ApplyPart(AnnotHandle annot, WidgetLook& look, ListPart& part) {
   ApplyChoice(annot, node, look, part.options, part.defaultIndex);
 }
 
-void WriteOnState(AnnotHandle annot, Atom onState) {
+// The state lies in $On until the next build, which gives the appearances its name. On is what a
+// widget has that names none.
+void WriteOnState(AnnotHandle annot, FieldNode node, Atom onState) {
+  const Atom wanted = onState == kNoAtom ? key::On : onState;
+  const Atom before = OnStateOf(annot);
   const ObjectHandle dict = Document->AnnotDict(annot);
-  if (onState != kNoAtom && onState != key::On) {
-    ChangeAnnot(annot, key::DefaultOn, [&] {
-      Objects->DictPut(dict, key::DefaultOn,
-                       Objects->NewName(Objects->DocumentOf(dict), false, onState));
-    });
-  } else if (Objects->DictKnown(dict, key::DefaultOn)) {
+  const bool named = Objects->DictKnown(dict, key::DefaultOn);
+  if (named && wanted == key::On) {
     ChangeAnnot(annot, key::DefaultOn, [&] { Objects->DictRemove(dict, key::DefaultOn); });
   }
+  if (wanted != key::On || OnStateOf(annot) != wanted) {
+    ChangeAnnot(annot, key::DefaultOn, [&] {
+      Objects->DictPut(dict, key::DefaultOn,
+                       Objects->NewName(Objects->DocumentOf(dict), false, wanted));
+    });
+  }
+  if (before != wanted) MarkAppearanceStale(node);
 }
 
 void WriteDefaultState(FieldNode node, const CheckPart& part) {
@@ -191,7 +197,7 @@ void ApplyPart(AnnotHandle annot, WidgetLook& look, CheckPart& part) {
   }
   PutMKObject(annot, key::IconNormal, part.icon);
   PutMKText(annot, key::CA, part.caption);
-  WriteOnState(annot, part.onState);
+  WriteOnState(annot, node, part.onState);
   WriteDefaultState(node, part);
 }
 
@@ -215,8 +221,7 @@ void ApplyPart(AnnotHandle annot, WidgetLook& look, ButtonPart& part) {
   PutMKObject(annot, key::IconNormal, part.icon);
   PutMKObject(annot, key::IX, part.downIcon);
   PutMKInteger(annot, key::TP, part.layout);
-  if (buildButtonAppearances == nullptr) Raise(quillon::kErrorNotOffered);
-  buildButtonAppearances(annot, look);
+  BuildButton(annot, look);
 }
 
 void ApplyPart(AnnotHandle annot, WidgetLook& look, std::monostate) {

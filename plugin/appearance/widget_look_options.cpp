@@ -20,6 +20,12 @@ Options OptionsOf(FieldNode node) {
   return {array, Objects->ArrayLength(array)};
 }
 
+ObjectHandle OptionAt(FieldNode node, std::int32_t index) {
+  const Options options = OptionsOf(node);
+  if (index < 0 || static_cast<std::uint32_t>(index) >= options.count) return quillon::kNullObject;
+  return Objects->ArrayGet(options.array, static_cast<std::uint32_t>(index));
+}
+
 std::string DisplayText(ObjectHandle option) {
   if (!IsKind(option, ObjectKind::kArray)) return ValueText(option);
   const ObjectHandle display = Objects->ArrayGet(option, 1);
@@ -89,10 +95,17 @@ std::int32_t OptionOfDisplay(FieldNode node, const std::string& documentText) {
   return -1;
 }
 
+std::int32_t CountOptions(FieldNode node) {
+  return static_cast<std::int32_t>(OptionsOf(node).count);
+}
+
+std::string DisplayOfOption(FieldNode node, std::int32_t index) {
+  const ObjectHandle option = OptionAt(node, index);
+  return IsNull(option) ? std::string() : DisplayText(option);
+}
+
 ObjectHandle ExportOfOption(FieldNode node, std::int32_t index) {
-  const Options options = OptionsOf(node);
-  if (index < 0 || static_cast<std::uint32_t>(index) >= options.count) return quillon::kNullObject;
-  return OptionExport(Objects->ArrayGet(options.array, static_cast<std::uint32_t>(index)));
+  return OptionExport(OptionAt(node, index));
 }
 
 }  // namespace quillform

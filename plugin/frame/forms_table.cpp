@@ -23,8 +23,8 @@ quillon::TableHandle CreateFormsTable(quillon::TableServer server) {
 Boolean PlugInExportTables() {
   // A host that starts again in the same process has tables of its own.
   formsTable = nullptr;
-  const auto provider =
-      reinterpret_cast<quillon::TableProviderProc>(MakeHostCallback<&ProvideFormsTable>());
+  const auto provider = reinterpret_cast<quillon::TableProviderProc>(
+      MakeHostCallback<&ProvideFormsTable, OnFailure::kDrop>());
   return Support->RegisterTableProvider(kFormsTableName, provider, nullptr, 0) != 0 ? 1 : 0;
 }
 

@@ -12,8 +12,9 @@ Boolean PlugInExportTables();
 // Nothing is imported: the link plug-in's table is asked for when everything else stands.
 Boolean PlugInImportTables();
 
-// The one table, the same for every request; null for any other version than kFormsVersion. Raises
-// what the host raises while the table is made; the next request then tries again.
+// The one table, the same for every request; null for any other version than kFormsVersion. As a
+// callback it answers null when the host raises while the table is made; the next request then
+// tries again.
 quillon::TableHandle ProvideFormsTable(quillon::TableServer server, std::uint32_t version,
                                        void* clientData);
 

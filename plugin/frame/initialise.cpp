@@ -5,9 +5,12 @@
 #include "plugin/appearance/text_appearance.h"
 #include "plugin/frame/shared_ui.h"
 #include "plugin/host/form_events.h"
+#include "plugin/host/log.h"
+#include "plugin/model/field_placement.h"
 #include "plugin/model/field_tree.h"
 #include "plugin/model/form_hooks.h"
 #include "plugin/model/keys.h"
+#include "plugin/model/page_notifications.h"
 #include "plugin/resources/error_texts.h"
 
 namespace quillform {
@@ -35,12 +38,12 @@ void RequestLinkTable() {
 
 constexpr InitStep kInitSteps[] = {
     {"key atoms", &Done<&RegisterKeyAtoms>, false},
-    {"log", nullptr, false},
+    {"log", &Done<&OpenLog>, false},
     {"shared record of the dialogs", &CreateSharedUi, true},
     {"form event lists", &CreateFormEventLists, true},
     {"dialog fonts", &Done<&CreateDialogFonts>, true},
     {"About item", nullptr, false},
-    {"notifications of pages and annotations", nullptr, false},
+    {"notifications of pages and annotations", &RegisterPageNotifications, false},
     {"base fonts", &Done<&FillBaseFontTable>, false},
     {"page actions", nullptr, false},
     {"kinds of fields", &Done<&RegisterAppearanceKinds>, false},
@@ -56,7 +59,10 @@ constexpr InitStep kInitSteps[] = {
 const char* failedStep = nullptr;
 
 // Lower rooms call higher ones through records of routines.
-void ConnectRooms() { appearanceHooks.SetDefaultFormAppearance = &SetDefaultFormAppearance; }
+void ConnectRooms() {
+  appearanceHooks.SetDefaultFormAppearance = &SetDefaultFormAppearance;
+  ConnectFieldPlacement();
+}
 
 }  // namespace
 

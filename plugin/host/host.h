@@ -122,6 +122,7 @@ struct HostAllocator {
   template <typename U>
   HostAllocator(const HostAllocator<U>&) {}
   T* allocate(std::size_t count) {
+    if (count > UINT32_MAX / sizeof(T)) throw std::bad_alloc();
     void* block = Support->Alloc(static_cast<std::uint32_t>(count * sizeof(T)));
     if (block == nullptr) throw std::bad_alloc();
     return static_cast<T*>(block);

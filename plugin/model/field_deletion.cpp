@@ -1,4 +1,5 @@
 #include "plugin/host/form_events.h"
+#include "plugin/model/field_dicts.h"
 #include "plugin/model/form_dict.h"
 #include "plugin/model/form_record.h"
 #include "plugin/model/keys.h"
@@ -13,13 +14,6 @@ struct FirstFailure {
     if (code == quillon::kErrorNone) code = next;
   }
 };
-
-void RemoveFromArray(ObjectHandle array, ObjectHandle element) {
-  if (!IsKind(array, ObjectKind::kArray)) return;
-  for (std::uint32_t i = Objects->ArrayLength(array); i-- > 0;) {
-    if (Objects->Equal(Objects->ArrayGet(array, i), element)) Objects->ArrayRemove(array, i);
-  }
-}
 
 void AnnounceUnshared(FieldNode remaining) {
   if (!FieldNodeIsTerminal(remaining)) return;

@@ -1,5 +1,6 @@
 #include "plugin/model/field_making.h"
 
+#include "plugin/model/field_dicts.h"
 #include "plugin/model/field_name_text.h"
 #include "plugin/model/field_placing.h"
 #include "plugin/model/form_dict.h"
@@ -27,25 +28,6 @@ struct MakingScope {
   FormRecord& record;
 };
 
-// A field's first widget brings all the others: what is shown must be complete when a value is set.
-void LoadKids(FieldNode field) {
-  if ((field->status & kNodeLoadingKids) != 0) return;
-  if (field->record->makingDepth > kDeepestKidLoading) return;
-  const ObjectHandle kids = Objects->DictGet(field->dict, key::Kids);
-  if (!IsKind(kids, ObjectKind::kArray)) return;
-  NodePin pin(field);
-  FormRecord& record = *field->record;
-  field->status |= kNodeLoadingKids;
-  const FailureCode failure = CatchFailure([&] {
-    BulkScope bulk(&record);
-    for (std::uint32_t i = Objects->ArrayLength(kids); i-- > 0;) {
-      LoadElement(record, Objects->ArrayGet(kids, i));
-    }
-  });
-  if (pin.node != nullptr) pin.node->status &= ~static_cast<std::uint32_t>(kNodeLoadingKids);
-  if (failure != quillon::kErrorNone) Raise(failure);
-}
-
 bool JoinParent(FieldNode node, ObjectHandle parentDict) {
   FieldNode parent =
       Objects->IsIndirect(parentDict) ? FindOrMakeNode(*node->record, parentDict) : nullptr;
@@ -53,6 +35,7 @@ bool JoinParent(FieldNode node, ObjectHandle parentDict) {
   if (parent->name != node->name) {
     parent->status |= kNodeNonTerminal;
   } else if (node->nextSibling == nullptr) {
+    // The first widget brings the others: what is shown must be complete when a value is set.
     LoadKids(HighestOfName(node));
   }
   return true;
@@ -135,6 +118,22 @@ FieldNode MakeNode(FormRecord& record, const NameText& name, ObjectHandle dict) 
 }
 
 }  // namespace
+
+void LoadKids(FieldNode field) {
+  if ((field->status & kNodeLoadingKids) != 0) return;
+  if (field->record->makingDepth > kDeepestKidLoading) return;
+  const ObjectHandle kids = Objects->DictGet(field->dict, key::Kids);
+  if (!IsKind(kids, ObjectKind::kArray)) return;
+  NodePin pin(field);
+  FormRecord& record = *field->record;
+  field->status |= kNodeLoadingKids;
+  const FailureCode failure = CatchFailure([&] {
+    BulkScope bulk(&record);
+    for (ObjectHandle kid : ElementsFromEnd(kids)) LoadElement(record, kid);
+  });
+  if (pin.node != nullptr) pin.node->status &= ~static_cast<std::uint32_t>(kNodeLoadingKids);
+  if (failure != quillon::kErrorNone) Raise(failure);
+}
 
 FieldNode FindOrMakeNode(FormRecord& record, ObjectHandle dict) {
   if (record.recent != nullptr && Objects->Equal(record.recent->dict, dict)) return record.recent;

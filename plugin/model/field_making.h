@@ -12,4 +12,7 @@ FieldNode FindOrMakeNode(FormRecord& record, ObjectHandle dict);
 // element out: one damaged field must not cost the user the rest of the form.
 void LoadElement(FormRecord& record, ObjectHandle dict);
 
+// Gives every kid of a field its node. Nothing happens while that is being done for the field.
+void LoadKids(FieldNode field);
+
 }  // namespace quillform

@@ -83,14 +83,6 @@ void RemovePartialName(ObjectHandle widget) {
   if (failure != quillon::kErrorNone) Raise(failure);
 }
 
-void MarkMerged(const FormRecord& record) {
-  const ObjectHandle form = FormDictOfObjects(record.objectDoc);
-  if (IsNull(form)) return;
-  const ObjectHandle mark = Objects->DictGet(form, key::WidgetsMerged);
-  if (IsKind(mark, ObjectKind::kBoolean) && Objects->BooleanValue(mark)) return;
-  Objects->DictPut(form, key::WidgetsMerged, Objects->NewBoolean(record.objectDoc, false, 1));
-}
-
 }  // namespace
 
 PlaceInFields FindInFields(FormRecord& record, ObjectHandle fields, ObjectHandle dict,
@@ -108,6 +100,14 @@ void AppendToFields(FormRecord& record, ObjectHandle fields, ObjectHandle dict,
     NoteElement(index, length, dict, ViewOf(name));
     index.length = length + 1;
   }
+}
+
+void MarkMerged(const FormRecord& record) {
+  const ObjectHandle form = FormDictOfObjects(record.objectDoc);
+  if (IsNull(form)) return;
+  const ObjectHandle mark = Objects->DictGet(form, key::WidgetsMerged);
+  if (IsKind(mark, ObjectKind::kBoolean) && Objects->BooleanValue(mark)) return;
+  Objects->DictPut(form, key::WidgetsMerged, Objects->NewBoolean(record.objectDoc, false, 1));
 }
 
 FieldNode PlaceWidget(FormRecord& record, ObjectHandle widget, const NameText& name) {

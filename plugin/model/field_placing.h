@@ -25,6 +25,9 @@ void AppendToFields(FormRecord& record, ObjectHandle fields, ObjectHandle dict,
 // document looks after what was merged.
 FieldNode PlaceWidget(FormRecord& record, ObjectHandle widget, const NameText& name);
 
+// Marks the form ($Wa), so that closing the document looks after widgets that changed places.
+void MarkMerged(const FormRecord& record);
+
 // A dictionary that belongs to an existing field: a widget is placed, the kids of a dictionary with
 // kids become top-level ones with paths for names, and anything else is left alone. The widget's
 // node, or null.

@@ -1,6 +1,7 @@
 #include "plugin/model/field_values.h"
 
 #include "plugin/host/form_events.h"
+#include "plugin/model/field_making.h"
 #include "plugin/model/form_dict.h"
 #include "plugin/model/form_record.h"
 #include "plugin/model/keys.h"
@@ -151,7 +152,11 @@ void StoreFieldEntry(FieldNode node, std::uint32_t bit, ObjectHandle value) {
 }
 
 void SetFieldValue(FieldNode node, ObjectHandle value) {
-  if (!FieldNodeIsValid(node) || !FieldNodeIsTerminal(node)) return;
+  if (!FieldNodeIsValid(node)) return;
+  NodePin given(node);
+  // A field that was found by its own dictionary may not have met its widgets yet.
+  if (node->firstKid == nullptr) LoadKids(node);
+  if (!FieldNodeIsTerminal(given.node)) return;
   NodePin field((node->status & kNodeNameShared) != 0 ? FirstOfName(node) : node);
   if (!FieldNodeIsValid(field.node) || (field.node->status & kNodeSettingValue) != 0) return;
   if (IsPushButton(field.node)) {

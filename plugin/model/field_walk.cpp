@@ -1,5 +1,6 @@
 #include <unordered_set>
 
+#include "plugin/model/field_dicts.h"
 #include "plugin/model/field_making.h"
 #include "plugin/model/form_dict.h"
 #include "plugin/model/keys.h"
@@ -22,8 +23,7 @@ bool IsBranch(ObjectHandle element) {
 void LoadArray(FormRecord& record, ObjectHandle array, std::uint32_t depth, SeenArrays& seen) {
   if (!IsKind(array, ObjectKind::kArray) || depth > kMaxFieldDepth) return;
   if (!seen.insert(IdentityOf(array)).second) return;
-  for (std::uint32_t i = Objects->ArrayLength(array); i-- > 0;) {
-    const ObjectHandle element = Objects->ArrayGet(array, i);
+  for (ObjectHandle element : ElementsFromEnd(array)) {
     if (!IsKind(element, ObjectKind::kDict)) continue;
     if (IsBranch(element)) {
       LoadArray(record, Objects->DictGet(element, key::Kids), depth + 1, seen);

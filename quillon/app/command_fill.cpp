@@ -1,6 +1,7 @@
 // `quillon fill`: everything is checked before anything is changed, and nothing is written unless
 // every value went in.
 #include <algorithm>
+#include <memory>
 #include <utility>
 
 #include "quillon/app/commands.h"
@@ -120,7 +121,10 @@ FillPlan PlanFills(DocHandle doc, const ValueInput& input, bool force) {
     } catch (const HostFailure& failure) {
       problem = Describe(failure);
     }
-    if (!problem.empty()) plan.problems.push_back(Printable(given.name) + ": " + problem);
+    if (!problem.empty()) {
+      const std::string name = given.name.empty() ? "\"\"" : Printable(given.name);
+      plan.problems.push_back(name + ": " + problem);
+    }
     progress.Step();
   }
   return plan;
@@ -212,12 +216,24 @@ ValueInput ReadInput(const FillArguments& arguments) {
   return input;
 }
 
+// What is wrong with the values is told even when the document is of no use.
+std::unique_ptr<OpenedView> OpenToFill(const std::string& file, const ValueInput& input) {
+  try {
+    auto opened = std::make_unique<OpenedView>(file);
+    CheckFillable(opened->doc);
+    return opened;
+  } catch (const HostFailure&) {
+    for (const std::string& problem : input.problems) PrintError(file, problem);
+    throw;
+  }
+}
+
 }  // namespace
 
 int RunFill(const FillArguments& arguments) {
   const ValueInput input = ReadInput(arguments);
-  const OpenedView opened(arguments.file);
-  CheckFillable(opened.doc);
+  const std::unique_ptr<OpenedView> view = OpenToFill(arguments.file, input);
+  const OpenedView& opened = *view;
   CallForms(&FormsTable::LoadAllFields, opened.doc);
   const FillPlan plan = PlanFills(opened.doc, input, arguments.force);
   if (!plan.problems.empty()) return FailWith(arguments.file, plan.problems);

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -31,6 +32,17 @@ struct RenderArguments {
   std::string output;
 };
 int RunRender(const RenderArguments& arguments);
+
+enum class PagesAction { kInsert, kDelete, kExtract };
+struct PagesArguments {
+  PagesAction action = PagesAction::kInsert;
+  std::string file;
+  std::string other;                   // whose pages are inserted
+  std::string range;                   // as page_range.h has it; of `other` when inserting
+  std::optional<std::uint32_t> after;  // counted from 1, 0 for the front; none: the end
+  std::string output;
+};
+int RunPages(const PagesArguments& arguments);
 
 int RunPlugins();
 

@@ -10,22 +10,58 @@ namespace {
 
 using nlohmann::json;
 
-// Objects and arrays in an object are values that some kinds of fields may take one day.
-constexpr int kNamesDepth = 1;
+// Builds the values, with two differences. A name that stands twice in the object is noticed: the
+// parser would keep the last. A number with decimals stays as it is written: made a number and
+// written again, 48.00 and long numbers would be other texts.
+struct ValuesReader : nlohmann::detail::json_sax_dom_parser<json> {
+  using Base = nlohmann::detail::json_sax_dom_parser<json>;
+  explicit ValuesReader(json* values) : Base(*values) {}
 
-// Parses, and notices a name that stands twice in the object: the parser would keep the last.
-json ParseValues(const std::string& file, const std::string& text, ValueInput* input) {
+  bool number_float(double, const std::string& written) {
+    std::string text = written;
+    return string(text);
+  }
+  bool start_object(std::size_t size) {
+    ++depth;
+    return Base::start_object(size);
+  }
+  bool end_object() {
+    --depth;
+    return Base::end_object();
+  }
+  bool start_array(std::size_t size) {
+    ++depth;
+    return Base::start_array(size);
+  }
+  bool end_array() {
+    --depth;
+    return Base::end_array();
+  }
+  bool key(std::string& name) {
+    if (depth == 1 && !seen.insert(name).second) twice.push_back(name);
+    return Base::key(name);
+  }
+
+  int depth = 0;
   std::unordered_set<std::string> seen;
-  const auto notice = [&](int depth, json::parse_event_t event, json& parsed) {
-    if (event == json::parse_event_t::key && depth == kNamesDepth) {
-      auto name = parsed.get<std::string>();
-      if (!seen.insert(name).second) {
-        input->problems.push_back(file + ": the name " + Printable(name) + " is given twice");
-      }
-    }
-    return true;
-  };
-  return json::parse(text, notice);
+  std::vector<std::string> twice;
+};
+
+json ParseValues(const std::string& file, const std::string& text, ValueInput* input) {
+  json values;
+  ValuesReader reader(&values);
+  json::sax_parse(text, &reader);  // throws what is wrong
+  for (const std::string& name : reader.twice) {
+    input->problems.push_back(file + ": the name " + Printable(name) + " is given twice");
+  }
+  return values;
+}
+
+// Without the library's mark before the sentence; it may quote bytes that are no UTF-8.
+std::string Sentence(const json::exception& error) {
+  const std::string text = error.what();
+  const std::size_t mark = text.find("] ");
+  return Printable(mark == std::string::npos ? text : text.substr(mark + 2));
 }
 
 }  // namespace
@@ -39,7 +75,7 @@ void AddValuesFile(const std::string& file, const std::string& text, ValueInput*
     }
     for (const auto& [name, value] : values.items()) input->values.push_back({name, value});
   } catch (const json::exception& error) {
-    input->problems.push_back(file + ": the JSON cannot be read: " + error.what());
+    input->problems.push_back(file + ": the JSON cannot be read: " + Sentence(error));
   }
 }
 

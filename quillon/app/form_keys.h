@@ -3,11 +3,13 @@
 
 #include "sdk/types.h"
 
-#define QUILLON_APP_FORM_KEYS(X)                                                                \
-  X(AP)                                                                                         \
-  X(Btn)                                                                                        \
-  X(Ch) X(DV) X(FT) X(Fields) X(Kids) X(MaxLen) X(N) X(NeedAppearances) X(Off) X(Opt) X(Parent) \
-      X(QuillForm) X(Sig) X(Subtype) X(T) X(Tx) X(V) X(Widget) X(XFA)
+#define QUILLON_APP_FORM_KEYS(X)                                                                 \
+  X(AP)                                                                                          \
+  X(Btn)                                                                                         \
+  X(Ch)                                                                                          \
+  X(DV)                                                                                          \
+  X(FT) X(Fields) X(Kids) X(MaxLen) X(N) X(NeedAppearances) X(Off) X(Opt) X(Parent) X(QuillForm) \
+      X(Sig) X(Subtype) X(T) X(Tx) X(V) X(Widget) X(XFA)
 
 namespace quillon::app {
 

@@ -14,9 +14,11 @@ namespace {
 
 struct Arguments {
   std::vector<std::string> plugIns;
+  bool yes = false;
   FieldsArguments fields;
   FillArguments fill;
   RenderArguments render;
+  PagesArguments pages;
 };
 
 void AddFieldsCommand(CLI::App* program, Arguments* arguments) {
@@ -64,19 +66,63 @@ void AddRenderCommand(CLI::App* program, Arguments* arguments) {
       ->required();
 }
 
+CLI::App* AddPagesAction(CLI::App* pages, PagesArguments* arguments, PagesAction action,
+                         const char* name, const char* description) {
+  CLI::App* command = pages->add_subcommand(name, description);
+  command->add_option("FILE", arguments->file, "The PDF document; - for standard input")
+      ->required();
+  command
+      ->add_option("-o,--output", arguments->output, "Where the result goes; - for standard output")
+      ->required();
+  command->callback([arguments, action] { arguments->action = action; });
+  return command;
+}
+
+void AddPagesCommand(CLI::App* program, PagesArguments* arguments) {
+  constexpr const char* kRange = "Pages counted from 1, such as 3, 2-5 or 4-";
+  CLI::App* pages =
+      program->add_subcommand("pages", "Insert, delete or extract pages with their fields");
+  pages->require_subcommand(1);
+  CLI::App* insert = AddPagesAction(pages, arguments, PagesAction::kInsert, "insert",
+                                    "Insert pages of another document");
+  insert->add_option("OTHER", arguments->other, "The document whose pages are inserted")
+      ->required();
+  insert->add_option("--after", arguments->after,
+                     "The page they come after, 0 for the front; otherwise they come last");
+  insert->add_option("--range", arguments->range, kRange);
+  AddPagesAction(pages, arguments, PagesAction::kDelete, "delete", "Delete pages")
+      ->add_option("RANGE", arguments->range, kRange)
+      ->required();
+  AddPagesAction(pages, arguments, PagesAction::kExtract, "extract",
+                 "Make a document of some pages")
+      ->add_option("RANGE", arguments->range, kRange)
+      ->required();
+}
+
 const std::string& FileOf(const CLI::App& program, const Arguments& arguments) {
   static const std::string none;
   if (program.got_subcommand("fields")) return arguments.fields.file;
   if (program.got_subcommand("fill")) return arguments.fill.file;
   if (program.got_subcommand("render")) return arguments.render.file;
+  if (program.got_subcommand("pages")) return arguments.pages.file;
   return none;
 }
 
+// A word in the place of the command would otherwise not be named.
+std::string WhatIsWrong(const CLI::App& program, const CLI::ParseError& error) {
+  const std::vector<std::string> unknown = program.remaining();
+  if (program.get_subcommands().empty() && !unknown.empty()) {
+    return "there is no command or option \"" + Printable(unknown.front()) + "\"";
+  }
+  return Printable(error.what());
+}
+
 int RunCommand(const CLI::App& program, const Arguments& arguments) {
-  const Session session(arguments.plugIns);
+  const Session session(arguments.plugIns, arguments.yes ? Answers::kAgreeing : Answers::kCautious);
   if (program.got_subcommand("fields")) return RunFields(arguments.fields);
   if (program.got_subcommand("fill")) return RunFill(arguments.fill);
   if (program.got_subcommand("render")) return RunRender(arguments.render);
+  if (program.got_subcommand("pages")) return RunPages(arguments.pages);
   return RunPlugins();
 }
 
@@ -90,9 +136,11 @@ int Run(int argc, char** argv) {
   Arguments arguments;
   program.add_option("--plugin", arguments.plugIns, "Load this plug-in module too; repeatable")
       ->allow_extra_args(false);
+  program.add_flag("--yes", arguments.yes, "Answer Yes to every question, which is No otherwise");
   AddFieldsCommand(&program, &arguments);
   AddFillCommand(&program, &arguments);
   AddRenderCommand(&program, &arguments);
+  AddPagesCommand(&program, &arguments.pages);
   program.add_subcommand("plugins", "Tell what each plug-in that is loaded registered");
   for (CLI::App* command : program.get_subcommands({})) command->fallthrough();
   try {
@@ -100,7 +148,7 @@ int Run(int argc, char** argv) {
   } catch (const CLI::Success& request) {  // --help, --version
     return program.exit(request);
   } catch (const CLI::ParseError& error) {
-    PrintError("", std::string(error.what()) + " (quillon --help tells more)");
+    PrintError("", WhatIsWrong(program, error) + " (quillon --help tells more)");
     return kExitError;
   }
   const std::string& file = FileOf(program, arguments);

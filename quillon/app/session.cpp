@@ -9,7 +9,10 @@
 #include "quillon/app/console.h"
 #include "quillon/app/forms_client.h"
 #include "quillon/core/host.h"
+#include "quillon/core/module.h"
 #include "quillon/core/report.h"
+#include "quillon/objects/replace_file.h"
+#include "quillon/viewer/messages.h"
 #include "quillon/viewer/open_view.h"
 #include "quillon/viewer/operations.h"
 #include "quillon/viewer/start.h"
@@ -21,15 +24,20 @@ constexpr const char* kFormsPlugIn = "QuillForm.so";
 
 std::vector<std::string> collected;
 
-std::string FileBesideProgram(const char* name) {
-  std::error_code error;
-  const std::filesystem::path program = std::filesystem::read_symlink("/proc/self/exe", error);
-  if (error) Fail(kErrorOpenFile, "the program cannot find its own folder: " + error.message());
-  return (program.parent_path() / name).string();
+std::uint32_t AnswerOnConsole(const Message& message, Answers answers) {
+  const std::uint32_t cautious = CautiousAnswer(message.flags);
+  const std::uint32_t agreeing = AgreeingAnswer(message.flags);
+  const bool agrees = answers == Answers::kAgreeing;
+  std::string text = message.text;
+  if (cautious != agreeing) text += agrees ? " - Yes" : " - No (--yes answers Yes)";
+  PrintError("", Printable(text));
+  return agrees ? agreeing : cautious;
 }
 
-void StartWithPlugIns(const std::vector<std::string>& plugIns) {
+void StartWithPlugIns(const std::vector<std::string>& plugIns, Answers answers) {
   StartViewer();
+  SetMessageRoutine(
+      [answers](const Message& message) { return AnswerOnConsole(message, answers); });
   SetReporter([](const std::string& text) { collected.push_back(text); });
   LoadPlugIn(FileBesideProgram(kFormsPlugIn));
   for (const std::string& file : plugIns) LoadPlugIn(file);
@@ -59,9 +67,9 @@ std::string ReadAll(std::FILE* file) {
 
 }  // namespace
 
-Session::Session(const std::vector<std::string>& plugIns) {
+Session::Session(const std::vector<std::string>& plugIns, Answers answers) {
   try {
-    StartWithPlugIns(plugIns);
+    StartWithPlugIns(plugIns, answers);
   } catch (...) {
     StopEverything();
     throw;
@@ -103,25 +111,15 @@ std::string ReadWhole(const std::string& file) {
   std::ifstream stream(file, std::ios::binary);
   std::ostringstream bytes;
   bytes << stream.rdbuf();
-  if (!stream.is_open() || stream.bad()) Fail(kErrorOpenFile, "the file cannot be read");
+  // A folder can be opened on some systems, and reads as empty.
+  std::error_code ignored;
+  const bool folder = std::filesystem::is_directory(file, ignored);
+  if (!stream.is_open() || stream.bad() || folder) Fail(kErrorOpenFile, "the file cannot be read");
   return bytes.str();
 }
 
 void WriteFileWhole(const std::string& file, const std::string& bytes) {
-  const std::string unfinished = file + ".unfinished";
-  std::error_code error;
-  {
-    std::ofstream stream(unfinished, std::ios::binary | std::ios::trunc);
-    stream.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
-    stream.close();
-    if (!stream) error = std::make_error_code(std::errc::io_error);
-  }
-  if (!error) std::filesystem::rename(unfinished, file, error);
-  if (error) {
-    std::error_code ignored;
-    std::filesystem::remove(unfinished, ignored);
-    Fail(kErrorWriteFile, file + " cannot be written: " + error.message());
-  }
+  objects::ReplaceFile(file, [&bytes](const objects::TakeBytes& take) { take(bytes); });
 }
 
 void WriteStandardOutput(const std::string& bytes) {

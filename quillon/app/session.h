@@ -10,10 +10,16 @@ namespace quillon::app {
 
 inline constexpr const char* kStandardStream = "-";
 
+// How the questions of plug-ins are answered.
+enum class Answers {
+  kCautious,  // so that the least happens
+  kAgreeing,  // so that the command goes on
+};
+
 // Starts the viewer with the forms plug-in that lies beside the program and the plug-in modules
-// given; ends it again.
+// given; ends it again. What plug-ins have to say goes to the standard error stream.
 struct Session {
-  explicit Session(const std::vector<std::string>& plugIns);
+  explicit Session(const std::vector<std::string>& plugIns, Answers answers = Answers::kCautious);
   ~Session();
   Session(const Session&) = delete;
   Session& operator=(const Session&) = delete;

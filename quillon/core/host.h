@@ -48,7 +48,8 @@ void AddStopStep(HostStep step);
 // Adds or replaces what GetTable offers under a name.
 void OfferTable(const TableOffer& offer);
 
-// The main window that plug-ins loaded from here on are told of; null, as at the start, without a screen.
+// The main window that plug-ins loaded from here on are told of; null, as at the start, without a
+// screen.
 void SetPlugInWindow(PlatformWindow window);
 
 // Loads a plug-in module and takes it through entry, setup, handshake and export; the import and

@@ -1,5 +1,8 @@
 #include <dlfcn.h>
 
+#include <filesystem>
+#include <system_error>
+
 #include "quillon/core/failure.h"
 #include "quillon/core/module.h"
 
@@ -12,13 +15,24 @@ Module LoadModule(const std::string& file) {
   if (handle == nullptr) {
     const char* reason = dlerror();
     Fail(kErrorOpenFile,
-         "cannot load the plug-in: " + std::string(reason != nullptr ? reason : file.c_str()));
+         "cannot load the module: " + std::string(reason != nullptr ? reason : file.c_str()));
   }
   return {handle, [](void* module) { dlclose(module); }};
 }
 
+Callback FindRoutine(const Module& module, const char* name) {
+  return reinterpret_cast<Callback>(dlsym(module.get(), name));
+}
+
+std::string FileBesideProgram(const char* name) {
+  std::error_code error;
+  const std::filesystem::path program = std::filesystem::read_symlink("/proc/self/exe", error);
+  if (error) Fail(kErrorOpenFile, "the program cannot find its own folder: " + error.message());
+  return (program.parent_path() / name).string();
+}
+
 PlugInMainRoutine FindPlugInMain(const Module& module) {
-  return reinterpret_cast<PlugInMainRoutine>(dlsym(module.get(), kPlugInMainName));
+  return reinterpret_cast<PlugInMainRoutine>(FindRoutine(module, kPlugInMainName));
 }
 
 }  // namespace quillon

@@ -14,14 +14,27 @@ Module LoadModule(const std::string& file) {
   HMODULE handle = LoadLibraryW(std::filesystem::absolute(place).wstring().c_str());
   if (handle == nullptr) {
     Fail(kErrorOpenFile,
-         "cannot load the plug-in " + file + ": system error " + std::to_string(GetLastError()));
+         "cannot load the module " + file + ": system error " + std::to_string(GetLastError()));
   }
   return {handle, [](void* module) { FreeLibrary(static_cast<HMODULE>(module)); }};
 }
 
+Callback FindRoutine(const Module& module, const char* name) {
+  return reinterpret_cast<Callback>(GetProcAddress(static_cast<HMODULE>(module.get()), name));
+}
+
 PlugInMainRoutine FindPlugInMain(const Module& module) {
-  const FARPROC routine = GetProcAddress(static_cast<HMODULE>(module.get()), kPlugInMainName);
-  return reinterpret_cast<PlugInMainRoutine>(reinterpret_cast<Callback>(routine));
+  return reinterpret_cast<PlugInMainRoutine>(FindRoutine(module, kPlugInMainName));
+}
+
+std::string FileBesideProgram(const char* name) {
+  wchar_t program[MAX_PATH];
+  const DWORD length = GetModuleFileNameW(nullptr, program, MAX_PATH);
+  if (length == 0 || length == MAX_PATH) {
+    Fail(kErrorOpenFile, "the program cannot find its own folder");
+  }
+  const std::u8string place = (std::filesystem::path(program).parent_path() / name).u8string();
+  return {place.begin(), place.end()};
 }
 
 }  // namespace quillon

@@ -97,10 +97,12 @@ const PlugIn& AdmitPlugIn(PlugIn plugIn, PlugInMainRoutine main, void* moduleIns
   // From here on it is loaded, so that it is also unloaded when its export fails half-way.
   Loaded().push_back(std::move(plugIn));
   PlugIn& admitted = Loaded().back();
+  // Without its tables it is not started, whether it answers 0 or raises.
+  admitted.started = true;
   if (!CallLifecycle(admitted.handshake.exportTables)) {
-    admitted.started = true;
     Refuse(admitted, "could not offer its tables");
   }
+  admitted.started = false;
   return admitted;
 }
 

@@ -58,7 +58,15 @@ DocumentRecord& RecordOf(DocHandle doc) {
 PageRecord& RecordOf(PageHandle page) {
   const auto place = TheRegistry().pages.find(page);
   if (place == TheRegistry().pages.end()) Fail(kErrorBadParameter, "the page is not acquired");
+  if (place->second->number == kNoPage) Fail(kErrorBadParameter, "the page was deleted");
   return *place->second;
+}
+
+void RenumberPages(DocumentRecord* doc) {
+  for (const auto& [handle, page] : TheRegistry().pages) {
+    if (page->doc != doc || page->number == kNoPage) continue;
+    page->number = FindPage(&doc->pageTree, page->dict).value_or(kNoPage);
+  }
 }
 
 DocumentRecord* RecordOfObjects(ObjectDoc objects) {

@@ -35,15 +35,18 @@ struct DocumentRecord {
   explicit DocumentRecord(ObjectDoc doc) : objects(doc), pageTree(doc) {}
 
   ObjectDoc objects;
-  std::string path;                // UTF-8; empty for a document without a file
-  FileHandle file = nullptr;       // opened when first asked for
-  std::uint32_t flags = 0;         // those set by hand
+  std::string path;                          // UTF-8; empty for a document without a file
+  FileHandle file = nullptr;                 // opened when first asked for
+  std::uint32_t flags = 0;                   // those set by hand
   std::optional<std::uint32_t> permissions;  // when they were given in another way than the file's
   PageTree pageTree;
   AnnotMap annots;
   RecordPool<ActionRecord> actions;
   RecordPool<FileSpecRecord> fileSpecs;
 };
+
+// The number of an acquired page that was deleted.
+inline constexpr std::uint32_t kNoPage = 0xFFFFFFFF;
 
 // A page that was acquired.
 struct PageRecord {
@@ -57,9 +60,12 @@ void RemoveDocument(DocumentRecord* record);
 
 DocHandle HandleOf(const DocumentRecord* record);
 
-// Throws kErrorBadParameter for a handle that is not open.
+// Throws kErrorBadParameter for a handle that is not open, and for a page that was deleted.
 DocumentRecord& RecordOf(DocHandle doc);
 PageRecord& RecordOf(PageHandle page);
+
+// Gives the pages that were acquired the numbers that they have in the tree now.
+void RenumberPages(DocumentRecord* doc);
 
 // The record of the document that an object belongs to; null when none does.
 DocumentRecord* RecordOfObject(ObjectHandle object);

@@ -1,7 +1,4 @@
 // Pages: counting, identity, and the entries that they inherit (ISO 32000-1, 7.7.3.4).
-//
-// Inserting, deleting and copying pages belongs beside this file; afterwards the document's
-// PageTree and AnnotMap start afresh, and the pages that are acquired get their new numbers.
 #include <algorithm>
 
 #include "quillon/document/document_record.h"

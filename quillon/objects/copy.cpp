@@ -1,7 +1,7 @@
 #include "quillon/objects/copy.h"
 
 #include <cstring>
-#include <unordered_map>
+#include <utility>
 #include <vector>
 
 #include "quillon/objects/dictionary.h"
@@ -13,7 +13,7 @@ namespace {
 struct Copying {
   Document& from;
   Document& to;
-  std::unordered_map<std::uint32_t, std::uint32_t> numbers;  // old to new
+  CopiedNumbers numbers;
   std::vector<std::uint32_t> pending;  // old numbers whose values are still to be copied
 };
 
@@ -29,6 +29,7 @@ Value CopyReference(Copying& copying, const Value& reference) {
     entry->second = AddObject(copying.to, kNullValue);
     copying.pending.push_back(reference.payload);
   }
+  if (entry->second == 0) return kNullValue;
   return ReferenceTo(entry->second, 0);
 }
 
@@ -156,6 +157,21 @@ Value CopyValue(Document& from, const Value& value, Document& to, std::uint32_t 
   const bool isStream =
       copy.tag == ValueTag::kCell && CellAt(to.cells, copy.payload).kind == CellKind::kStream;
   return isStream ? ReferenceTo(AddObject(to, copy), 0) : copy;
+}
+
+std::uint32_t CopyAsObject(Document& from, const Value& value, std::uint32_t number, Document& to,
+                           CopiedNumbers* numbers) {
+  if (number != 0) {
+    const auto known = numbers->find(number);
+    if (known != numbers->end()) return known->second;
+  }
+  Copying copying{from, to, std::move(*numbers), {}};
+  const std::uint32_t made = AddObject(to, kNullValue);
+  if (number != 0) copying.numbers.emplace(number, made);
+  BindObject(to, made, CopyNested(copying, value, 0));
+  CopyPending(copying, 0);
+  *numbers = std::move(copying.numbers);
+  return made;
 }
 
 }  // namespace quillon::objects

@@ -11,7 +11,7 @@ namespace quillon::objects {
 // More than any page content or image in use; a few bytes of input can ask for far more.
 inline constexpr std::size_t kMaxDecodedBytes = std::size_t{256} * 1024 * 1024;
 
-std::string DecodeFlate(std::string_view data);
+std::string DecodeFlate(std::string_view data, std::size_t limit = kMaxDecodedBytes);
 std::string DecodeLzw(std::string_view data, bool earlyChange);
 std::string DecodeAsciiHex(std::string_view data);
 std::string DecodeAscii85(std::string_view data);
@@ -32,7 +32,7 @@ std::string EncodeAscii85(std::string_view data);
 
 [[noreturn]] void FailDecoding(const std::string& what);
 
-// Throws when a decoded stream grows beyond kMaxDecodedBytes.
-void CheckDecodedSize(std::size_t size);
+// Throws when a decoded stream grows beyond the limit.
+void CheckDecodedSize(std::size_t size, std::size_t limit = kMaxDecodedBytes);
 
 }  // namespace quillon::objects

@@ -26,8 +26,8 @@ void BreakLine(std::string* out, std::size_t* lineStart) {
 
 void FailDecoding(const std::string& what) { Fail(kErrorBadStream, what + "."); }
 
-void CheckDecodedSize(std::size_t size) {
-  if (size > kMaxDecodedBytes) FailDecoding("A stream is larger than this program can take");
+void CheckDecodedSize(std::size_t size, std::size_t limit) {
+  if (size > limit) FailDecoding("A stream is larger than this program can take");
 }
 
 std::string DecodeAsciiHex(std::string_view data) {

@@ -48,7 +48,7 @@ Bytef* ZlibBytes(std::string_view data) {
 
 }  // namespace
 
-std::string DecodeFlate(std::string_view data) {
+std::string DecodeFlate(std::string_view data, std::size_t limit) {
   if (data.size() > std::numeric_limits<uInt>::max()) FailDecoding("A stream is too long");
   Inflater inflater;
   inflater.state.next_in = ZlibBytes(data);
@@ -57,13 +57,16 @@ std::string DecodeFlate(std::string_view data) {
   std::size_t size = 0;
   int result = Z_OK;
   while (result == Z_OK) {
-    if (size == out.size()) out.resize(std::max({kFirstOutput, data.size() * 3, out.size() * 2}));
+    if (size == out.size()) {
+      const std::size_t wanted = std::max({kFirstOutput, data.size() * 3, out.size() * 2});
+      out.resize(std::min(wanted, limit + 1));
+    }
     const auto room = static_cast<uInt>(std::min<std::size_t>(out.size() - size, 1u << 30));
     inflater.state.next_out = reinterpret_cast<Bytef*>(out.data()) + size;
     inflater.state.avail_out = room;
     result = inflate(&inflater.state, Z_NO_FLUSH);
     size += room - inflater.state.avail_out;
-    CheckDecodedSize(size);
+    CheckDecodedSize(size, limit);
   }
   // Z_BUF_ERROR: the input ended before the checksum, as in streams cut by their own producers.
   if (result != Z_STREAM_END && result != Z_BUF_ERROR) FailDecoding("Deflated data are damaged");

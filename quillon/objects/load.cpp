@@ -119,9 +119,9 @@ const char* EndBySearch(Document& doc, const StreamBody& body, std::uint32_t num
 // Of an object that cannot be read: up to its "endobj", or to the end of the file.
 std::string_view UnreadText(const Document& doc, const ObjectSlot& slot) {
   constexpr std::string_view kEnd = "endobj";
-  const std::size_t end = doc.text.find(kEnd, slot.position);
-  const std::string_view rest = doc.text.substr(slot.position);
-  return end == std::string_view::npos ? rest : rest.substr(0, end + kEnd.size() - slot.position);
+  const std::string_view rest = doc.text.substr(static_cast<std::size_t>(slot.position));
+  const std::size_t end = rest.find(kEnd);
+  return end == std::string_view::npos ? rest : rest.substr(0, end + kEnd.size());
 }
 
 std::string_view TextInFile(Document& doc, std::uint32_t number, const ObjectSlot& slot) {

@@ -209,7 +209,7 @@ Value ParseNested(Document& doc, Cursor& cursor, std::uint32_t parent, int depth
 }  // namespace
 
 Cursor CursorAt(const Document& doc, std::uint64_t position, std::uint32_t object) {
-  const std::size_t start = std::min<std::uint64_t>(position, doc.text.size());
+  const auto start = static_cast<std::size_t>(std::min<std::uint64_t>(position, doc.text.size()));
   return {doc.text.data() + start, doc.text.data() + doc.text.size(), object, doc.text.data(),
           FileOffset(doc, 0)};
 }

@@ -71,6 +71,16 @@ ObjectHandle ObjectByNumber(ObjectDoc doc, std::uint32_t number);
 // The highest object number in use or once in use, plus one.
 std::uint32_t ObjectCount(ObjectDoc doc);
 
+// Copies objects into another PDF document, with all that they refer to: each object once, and
+// references to objects of `leftOut` read null. The copies, in order: indirect objects, but for
+// direct numbers, booleans and names, which stay what they are.
+std::vector<ObjectHandle> CopyPdfObjects(ObjectDoc from, const std::vector<ObjectHandle>& copied,
+                                         const std::vector<ObjectHandle>& leftOut, ObjectDoc to);
+
+// Has a document that has no form dictionary yet keep one under the key that the other keeps its
+// own under, so that the same programs know it.
+void AdoptFormKey(ObjectDoc doc, ObjectDoc other);
+
 // A direct dictionary: Root, Info, ID ... (ISO 32000-1, 7.5.5).
 ObjectHandle TrailerOf(ObjectDoc doc);
 

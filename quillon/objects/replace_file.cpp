@@ -34,6 +34,8 @@ std::ptrdiff_t WriteSome(int file, const char* bytes, std::size_t size) {
 }
 bool FlushToDisk(int file) { return _commit(file) == 0; }
 bool CloseNumber(int file) { return _close(file) == 0; }
+int OpenToWrite(const fs::path& path) { return _wopen(path.c_str(), _O_WRONLY | _O_BINARY); }
+bool MayWrite(const fs::path& path) { return _waccess(path.c_str(), 2) == 0; }
 void CopyPermissions(int, const fs::path&) {}
 void FlushFolder(const fs::path&) {}
 
@@ -51,6 +53,8 @@ std::ptrdiff_t WriteSome(int file, const char* bytes, std::size_t size) {
 }
 bool FlushToDisk(int file) { return fsync(file) == 0; }
 bool CloseNumber(int file) { return close(file) == 0; }
+int OpenToWrite(const fs::path& path) { return open(path.c_str(), O_WRONLY | O_CLOEXEC); }
+bool MayWrite(const fs::path& path) { return access(path.c_str(), W_OK) == 0; }
 void CopyPermissions(int file, const fs::path& from) {
   struct stat status {};
   if (stat(from.c_str(), &status) != 0) return;
@@ -128,8 +132,35 @@ fs::path Target(const std::string& file) {
 
 }  // namespace
 
+namespace {
+
+// Devices and pipes take the bytes and keep their place. All bytes are gathered first, so that a
+// failure on the way sends none.
+void WriteThrough(const fs::path& target, const std::function<void(const TakeBytes&)>& write) {
+  std::string bytes;
+  write([&bytes](std::string_view part) { bytes.append(part); });
+  TemporaryFile file;
+  file.placed = true;
+  file.path = target;
+  file.number = OpenToWrite(target);
+  if (file.number < 0) FailWriting(target, std::generic_category().message(errno));
+  WriteAll(file, bytes);
+}
+
+}  // namespace
+
 void ReplaceFile(const std::string& file, const std::function<void(const TakeBytes&)>& write) {
   const fs::path target = Target(file);
+  std::error_code unknown;
+  const fs::file_status status = fs::status(target, unknown);
+  if (fs::is_directory(status)) {
+    FailWriting(target, std::make_error_code(std::errc::is_a_directory).message());
+  }
+  // A new file could take the place of one that is protected: the folder's permissions allow that.
+  if (fs::exists(status) && !MayWrite(target)) {
+    FailWriting(target, std::generic_category().message(errno));
+  }
+  if (fs::exists(status) && !fs::is_regular_file(status)) return WriteThrough(target, write);
   TemporaryFile temporary;
   CreateBeside(target, &temporary);
   CopyPermissions(temporary.number, target);

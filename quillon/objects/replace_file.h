@@ -9,8 +9,9 @@ namespace quillon::objects {
 
 // Calls `write` with a routine that takes the new file's bytes, then puts the new file in the place
 // of `file` (UTF-8). Until then, and when anything fails, the old file is as it was and nothing is
-// left beside it. Links are followed; permissions of the old file are kept. Throws HostFailure
-// (kErrorWriteFile).
+// left beside it. Links are followed; permissions of the old file are kept, and one that may not be
+// written is not replaced. What is no plain file (a device, a pipe) is never replaced: the bytes
+// are written to it. Throws HostFailure (kErrorWriteFile).
 using TakeBytes = std::function<void(std::string_view)>;
 void ReplaceFile(const std::string& file, const std::function<void(const TakeBytes&)>& write);
 

@@ -61,9 +61,10 @@ std::size_t DataEndByLength(const Document& doc, std::string_view dict, std::siz
       CursorAt(doc, static_cast<std::size_t>(dict.data() - doc.text.data()) + key + 7, 0);
   const auto length = TakeUnsigned(cursor);
   if (!length || *length > doc.text.size() - data) return std::string_view::npos;
-  Cursor end = CursorAt(doc, data + *length, 0);
+  const std::size_t after = data + static_cast<std::size_t>(*length);
+  Cursor end = CursorAt(doc, after, 0);
   while (end.at < end.end && IsSpace(*end.at)) ++end.at;
-  return TakeKeyword(end, kEndStream) ? data + *length : std::string_view::npos;
+  return TakeKeyword(end, kEndStream) ? after : std::string_view::npos;
 }
 
 // At the keyword "stream": notes what kind of stream it is; answers where to go on.
@@ -74,8 +75,8 @@ std::size_t PassStream(const Document& doc, std::size_t keyword, Findings* findi
     return after;
   }
   const FoundObject& object = findings->objects.back();
-  const std::string_view dict =
-      doc.text.substr(object.position, keyword - static_cast<std::size_t>(object.position));
+  const auto start = static_cast<std::size_t>(object.position);
+  const std::string_view dict = doc.text.substr(start, keyword - start);
   if (dict.find("/ObjStm") != std::string_view::npos) findings->objectStreams.push_back(object);
   if (dict.find("/XRef") != std::string_view::npos) findings->xrefStreams.push_back(object);
   const bool crLf = doc.text[after] == '\r' && IsAt(doc.text, after + 1, "\n");

@@ -1,8 +1,11 @@
 #include "quillon/objects/source.h"
 
+#include <array>
+#include <cerrno>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <system_error>
 
 #include "quillon/core/failure.h"
 
@@ -47,14 +50,33 @@ struct FileDescriptor {
   FileDescriptor& operator=(const FileDescriptor&) = delete;
 };
 
+[[noreturn]] void FailOpening(const std::string& file, int error) {
+  Fail(kErrorOpenFile,
+       "The file " + file + " cannot be opened: " + std::generic_category().message(error) + ".");
+}
+
+SourceBytes ReadPipe(const FileDescriptor& pipe, const std::string& file) {
+  std::string bytes;
+  std::array<char, 65536> part;
+  for (;;) {
+    const ssize_t count = read(pipe.number, part.data(), part.size());
+    if (count < 0 && errno == EINTR) continue;
+    if (count < 0) Fail(kErrorReadFile, "The file " + file + " cannot be read.");
+    if (count == 0) return SourceFromString(std::move(bytes));
+    bytes.append(part.data(), static_cast<std::size_t>(count));
+  }
+}
+
 }  // namespace
 
 SourceBytes ReadSource(const std::string& file) {
   const FileDescriptor descriptor(open(file.c_str(), O_RDONLY | O_CLOEXEC));
   struct stat status {};
-  if (descriptor.number < 0 || fstat(descriptor.number, &status) != 0 || !S_ISREG(status.st_mode)) {
-    Fail(kErrorOpenFile, "The file " + file + " cannot be opened.");
-  }
+  if (descriptor.number < 0 || fstat(descriptor.number, &status) != 0) FailOpening(file, errno);
+  if (S_ISDIR(status.st_mode)) FailOpening(file, EISDIR);
+  if (S_ISFIFO(status.st_mode)) return ReadPipe(descriptor, file);
+  // Other devices may never end.
+  if (!S_ISREG(status.st_mode)) Fail(kErrorOpenFile, file + " is a device and no file.");
   const auto size = static_cast<std::size_t>(status.st_size);
   if (size == 0) return SourceFromString({});
   void* mapped = mmap(nullptr, size, PROT_READ, MAP_PRIVATE, descriptor.number, 0);

@@ -2,7 +2,7 @@
 
 #include <png.h>
 
-#include "quillon/core/failure.h"
+#include <stdexcept>
 
 namespace quillon {
 
@@ -17,7 +17,7 @@ std::string EncodePng(const PixelView& picture) {
   const int written = png_image_write_to_memory(&image, bytes.data(), &length, 0, picture.pixels,
                                                 picture.rowBytes, nullptr);
   if (written == 0) {
-    Fail(kErrorGeneral, std::string("the picture cannot be encoded: ") + image.message);
+    throw std::runtime_error(std::string("the picture cannot be encoded: ") + image.message);
   }
   bytes.resize(length);
   return bytes;

@@ -13,7 +13,7 @@ struct PixelView {
   int rowBytes;
 };
 
-// The bytes of a PNG file. Throws HostFailure.
+// The bytes of a PNG file. Throws std::runtime_error.
 std::string EncodePng(const PixelView& picture);
 
 }  // namespace quillon

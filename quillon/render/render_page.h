@@ -15,12 +15,10 @@ struct RenderRequest {
   double dpi = 96;         // pixels an inch
 };
 
-// Whether this build has a rendering library. Without one RenderPageAsPng throws kErrorNotOffered.
-bool CanRenderPages();
-
 // The page as the bytes of a PNG file. Annotations that could not be drawn and faults that the
-// rendering library met are added to `warnings`. Throws HostFailure when there is no such page, or
-// the picture would be unreasonably large.
+// rendering library met are added to `warnings`. Throws HostFailure when there is no such page,
+// when the picture would be unreasonably large, and (kErrorNotOffered) where the rendering library
+// was not installed when the program was built.
 std::string RenderPageAsPng(DocView view, const RenderRequest& request,
                             std::vector<std::string>* warnings);
 

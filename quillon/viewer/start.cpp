@@ -8,6 +8,7 @@
 #include "quillon/objects/pdf_file.h"
 #include "quillon/support/operations.h"
 #include "quillon/viewer/menus.h"
+#include "quillon/viewer/messages.h"
 #include "quillon/viewer/modal.h"
 #include "quillon/viewer/open_view.h"
 #include "quillon/viewer/operations.h"
@@ -22,6 +23,7 @@ void ForgetPlugInThings() {
   RemoveAllSubscribers();
   ResetMenus();
   ResetModalState();
+  SetMessageRoutine({});
 }
 
 }  // namespace

@@ -123,6 +123,23 @@ TEST_F(FillCommand, BadValuesFilesAreRefused) {
   refused(R"({"remarks": true})", "remarks: a text field takes a text or a number, not boolean");
   ExpectRefused({"--values", values.File("missing.json")},
                 {"missing.json: the file cannot be read"});
+  ExpectRefused({"--values", values.path.string()}, {"the file cannot be read"});
+  const ProcessResult all = Quillon({"fill", values.File("missing.pdf"), "--values",
+                                     values.File("missing.json"), "bare", "-o", file});
+  for (const char* offender : {"missing.pdf", "missing.json", "bare: this is not of the form"}) {
+    EXPECT_NE(all.err.find(offender), std::string::npos) << all.err;
+  }
+}
+
+TEST_F(FillCommand, NumbersInAValuesFileKeepTheirDigits) {
+  const TempFolder values;
+  WriteFile(
+      values.File("v.json"),
+      R"({"membership.fee": 48.50, "remarks": 12345678901234567890123, "applicant.city": 7})");
+  ASSERT_EQ(FillInPlace({"--values", values.File("v.json")}).status, 0);
+  EXPECT_EQ(FieldNamed(FieldsOf(file), "membership.fee")["value"], "48.50");
+  EXPECT_EQ(FieldNamed(FieldsOf(file), "remarks")["value"], "12345678901234567890123");
+  EXPECT_EQ(FieldNamed(FieldsOf(file), "applicant.city")["value"], "7");
 }
 
 TEST_F(FillCommand, ForceFillsReadOnlyFields) {

@@ -18,7 +18,7 @@ TEST_F(PluginOption, ForeignPlugInGetsTablesFormsAndEvents) {
       environment);
   ASSERT_EQ(result.status, 0) << result.err;
   for (const char* line :
-       {"table Cel 36 slots\n", "table QuillView 59 slots\n", "table DocModel 46 slots\n",
+       {"table Cel 36 slots\n", "table QuillView 60 slots\n", "table DocModel 46 slots\n",
         "table QuillSupport 37 slots\n", "table Forms 22 slots\n", "raise caught\n", "opened 0\n",
         "field applicant.city\n", "field remarks\n", "changed applicant.city to London\n",
         "unloaded\n"}) {
@@ -34,6 +34,18 @@ TEST_F(PluginOption, PluginsCommandTellsWhoRegisteredWhat) {
   ASSERT_NE(sample, std::string::npos) << result.out;
   EXPECT_LT(forms, sample);
   EXPECT_NE(result.out.find("notification: 0x04", sample), std::string::npos) << result.out;
+}
+
+TEST_F(PluginOption, QuestionsOfPlugInsAreAnsweredNoUnlessToldOtherwise) {
+  environment.push_back("QUILLON_SAMPLE_QUESTION=Caf\xe9?");
+  const ProcessResult no = Quillon({"--plugin", SAMPLE_PLUGIN, "plugins"}, {}, environment);
+  EXPECT_EQ(no.status, 0);
+  EXPECT_EQ(no.err, "quillon: Caf\u00e9? - No (--yes answers Yes)\n");
+  EXPECT_NE(Log().find("answer 7\n"), std::string::npos) << Log();
+  const ProcessResult yes =
+      Quillon({"--plugin", SAMPLE_PLUGIN, "plugins", "--yes"}, {}, environment);
+  EXPECT_EQ(yes.err, "quillon: Caf\u00e9? - Yes\n");
+  EXPECT_NE(Log().find("answer 6\n"), std::string::npos) << Log();
 }
 
 TEST_F(PluginOption, ModuleThatIsNoPlugInIsAnError) {

@@ -97,8 +97,10 @@ ProcessResult RunProcess(const std::vector<std::string>& command, const std::str
 }
 
 ProcessResult Quillon(std::vector<std::string> arguments, const std::string& input,
-                      const std::vector<std::string>& environment) {
+                      std::vector<std::string> environment) {
   arguments.insert(arguments.begin(), QUILLON_PROGRAM);
+  // Means something to a program that is built with the address sanitizer.
+  environment.emplace_back("LSAN_OPTIONS=print_suppressions=0:suppressions=" LEAK_SUPPRESSIONS);
   return RunProcess(arguments, input, environment);
 }
 

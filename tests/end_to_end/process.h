@@ -19,7 +19,7 @@ ProcessResult RunProcess(const std::vector<std::string>& command, const std::str
 
 // Runs the program under test.
 ProcessResult Quillon(std::vector<std::string> arguments, const std::string& input = {},
-                      const std::vector<std::string>& environment = {});
+                      std::vector<std::string> environment = {});
 
 // Whether a tool is installed.
 bool HasTool(const std::string& name);

@@ -1,6 +1,6 @@
 // A plug-in that only looks: it takes the host's tables and "Forms", listens to a notification and
 // a form event, and writes a line to the file named by QUILLON_SAMPLE_LOG for everything it
-// receives.
+// receives. It asks the question in QUILLON_SAMPLE_QUESTION when it starts.
 #include <cstdio>
 #include <cstdlib>
 #include <string>
@@ -69,6 +69,14 @@ void ProvokeRaise() {
   }
 }
 
+void AskQuestion() {
+  const char* question = std::getenv("QUILLON_SAMPLE_QUESTION");
+  if (question == nullptr) return;
+  const std::uint32_t answer =
+      viewer->AnswerMessage("Sample", question, quillon::kMessageYesNo | 0x2000);
+  Log("answer " + std::to_string(answer));
+}
+
 Boolean LogNode(quillform::FieldNode node, void*) {
   Log(std::string("field ") + forms->FieldNodeName(node));
   return 1;
@@ -100,6 +108,7 @@ Boolean ImportTables() {
 Boolean Initialise() {
   if (forms == nullptr) return 0;
   ProvokeRaise();
+  AskQuestion();
   viewer->RegisterNotification(quillon::kNoteDocOpened, extension, ToHost(DocOpened), nullptr);
   registration =
       forms->FormEventRegister(quillform::kEventValueChanged, ValueChanged, EventFailed, nullptr);

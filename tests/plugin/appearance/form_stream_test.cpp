@@ -246,6 +246,7 @@ TEST_F(WidgetAppearanceTest, FrameTakesDrawnHeightAndRotationFromWhereTheyStand)
       {"", "", 100 * kOne, 20 * kOne, 0},
       {"/OH 40", "", 200 * kOne, 40 * kOne, 0},
       {"/OH 5.0", "", 25 * kOne, 5 * kOne, 0},
+      {"/OH 12", "", 60 * kOne, 12 * kOne, 0},  // whole, though the quotient of the heights is not
       {"/OH 20", "", 100 * kOne, 20 * kOne, 0},
       {"/OH -3", "", 100 * kOne, 20 * kOne, 0},
       {"/MK << /R 90 >>", "", 100 * kOne, 20 * kOne, 90},

@@ -149,17 +149,20 @@ TEST_F(MergeTest, KeepsTheFilterAndCompressesPlainContentOnlyWhenLong) {
   EXPECT_EQ(ShowObject(Objects->DictGet(packed, key::Filter)), "[/FlateDecode]");
 }
 
-TEST_F(MergeTest, BoxStandsAsTheWidgetAndTheMatrixTurnsIt) {
+TEST_F(MergeTest, BoxHoldsTheTextAndTheMatrixTurnsIt) {
   const struct {
     std::uint16_t rotation;
+    const char* box;
     const char* matrix;
-  } cases[] = {
-      {0, "null"}, {90, "[0 1 -1 0 100 0]"}, {180, "[-1 0 0 -1 100 20]"}, {270, "[0 -1 1 0 0 20]"}};
+  } cases[] = {{0, "[0 0 100 20]", "null"},
+               {90, "[0 0 20 100]", "[0 1 -1 0 100 0]"},
+               {180, "[0 0 100 20]", "[-1 0 0 -1 100 20]"},
+               {270, "[0 0 20 100]", "[0 -1 1 0 0 20]"}};
   for (const auto& one : cases) {
     ContentWriter writer = Writer(one.rotation);
     const ObjectHandle stream =
         MergeMarkedContent(OldStream("/Tx BMC (old) Tj EMC Q"), writer, look, kNullObject);
-    EXPECT_EQ(ShowObject(Objects->DictGet(stream, key::BBox)), "[0 0 100 20]") << one.rotation;
+    EXPECT_EQ(ShowObject(Objects->DictGet(stream, key::BBox)), one.box) << one.rotation;
     EXPECT_EQ(ShowObject(Objects->DictGet(stream, key::Matrix)), one.matrix) << one.rotation;
   }
 }

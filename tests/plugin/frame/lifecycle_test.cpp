@@ -56,9 +56,10 @@ TEST(PlugInLifecycle, initialisation_registers_in_its_fixed_order) {
   std::copy_if(CallLog().begin(), CallLog().end(), std::back_inserter(order),
                [](const std::string& line) { return line != "callback"; });
   EXPECT_EQ(order,
-            (Lines{"notification 4", "notification 38", "notification 21", "notification 7",
-                   "notification 8", "table Hopline 1", "error text 4 Invalid FDF",
-                   "error text 4 Error during export of FDF",
+            (Lines{"notification 27", "notification 25", "notification 10", "notification 15",
+                   "notification 29", "notification 4", "notification 38", "notification 21",
+                   "notification 7", "notification 8", "table Hopline 1",
+                   "error text 4 Invalid FDF", "error text 4 Error during export of FDF",
                    "error text 4 Error opening URL to submit this form",
                    "error text 4 The required field, \"%s\", was found empty during export."}));
   EXPECT_NE(ownErrors.invalidFdf, ownErrors.requiredFieldEmpty);
@@ -98,8 +99,9 @@ TEST(PlugInLifecycle, unloading_gives_everything_back) {
 }
 
 TEST(PlugInLifecycle, without_memory_for_the_first_records_initialisation_answers_0) {
-  // The first allocation is the shared record, the second the array of event lists, then the lists.
-  for (int number = 1; number <= 12; ++number) {
+  // The first allocation reads the settings, the second is the shared record, the third the array
+  // of event lists, then come the lists.
+  for (int number = 2; number <= 13; ++number) {
     PlugInLife life;
     const std::size_t blocks = quillon::CountMemory().blocks;
     Start(life);
@@ -108,8 +110,8 @@ TEST(PlugInLifecycle, without_memory_for_the_first_records_initialisation_answer
       EXPECT_FALSE(life.Initialise()) << number;
     }
     EXPECT_STREQ(FailedInitStep(),
-                 number == 1 ? "shared record of the dialogs" : "form event lists");
-    EXPECT_EQ(sharedUi == nullptr, number == 1);
+                 number == 2 ? "shared record of the dialogs" : "form event lists");
+    EXPECT_EQ(sharedUi == nullptr, number == 2);
     EXPECT_TRUE(CallLog().empty());
     life.Unload();
     EXPECT_EQ(quillon::CountMemory().blocks, blocks) << number;
@@ -120,7 +122,7 @@ TEST(PlugInLifecycle, a_later_allocation_that_fails_is_raised_and_unloading_clea
   const std::size_t fonts = LiveFonts();
   bool done = false;
   int failures = 0;
-  for (int number = 13; !done; ++number) {
+  for (int number = 14; !done; ++number) {
     ASSERT_LT(number, 1000);
     PlugInLife life;
     const std::size_t blocks = quillon::CountMemory().blocks;

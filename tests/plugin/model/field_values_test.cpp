@@ -157,6 +157,31 @@ TEST_F(Values, land_on_the_highest_dictionary_of_the_name) {
   EXPECT_EQ(built, "- (v); - (v); ");
 }
 
+TEST_F(Values, reach_the_widgets_of_a_field_that_was_found_by_itself) {
+  Open({"/T (f) /FT /Tx /Kids [" + FieldRef(1) + " " + FieldRef(2) + "]",
+        "/Subtype /Widget /Rect [0 0 9 9] /V (stray) /Parent " + FieldRef(0),
+        "/Subtype /Widget /Rect [0 0 9 9] /Parent " + FieldRef(0),
+        "/T (g) /FT /Tx /Kids [" + FieldRef(4) + "]",
+        WidgetField("Tx", "x", "/Parent " + FieldRef(3))});
+  SetFieldValue(FieldNodeOf(Field(0)), Text("v"));
+  EXPECT_EQ(built, "- (v); - (v); ");
+  EXPECT_EQ(Entry(KidOf(Field(0), 0), "V"), "null");
+  SetFieldValue(FieldNodeOf(Field(1)), Text("v"));
+  EXPECT_EQ(Entry(Field(1), "V"), "null") << "a group, though its field had not been met";
+}
+
+TEST_F(Values, of_fields_that_only_share_a_name_stand_in_the_first) {
+  Open({WidgetField("Tx", "f"), WidgetField("Tx", "f", "/V (old)")});
+  FieldNode first = FieldNodeOf(Field(0));
+  FieldNode second = FieldNodeOf(Field(1));
+  EXPECT_EQ(ShowObject(GetFieldValue(first)), "(old)");
+  SetFieldValue(second, Text("new"));
+  EXPECT_EQ(Entry(Field(0), "V"), "(new)");
+  EXPECT_EQ(Entry(Field(1), "V"), "null");
+  EXPECT_EQ(ShowObject(GetFieldValue(second)), "(new)");
+  EXPECT_EQ(built, "- (new); - (new); ");
+}
+
 TEST_F(Values, do_not_go_to_groups_or_push_buttons) {
   Open({"/T (g) /FT /Tx /Kids [" + FieldRef(1) + "]",
         WidgetField("Tx", "x", "/Parent " + FieldRef(0)), WidgetField("Btn", "push", "/Ff 65536")});
@@ -279,6 +304,14 @@ TEST_F(Values, flags_that_the_parent_gives_are_not_repeated) {
   EXPECT_EQ(GetFieldFlags(Node("g.x"), 2), 0U);
 }
 
+TEST_F(Values, flags_are_read_with_the_wish_for_a_new_look) {
+  FieldNode node = OpenOne("Tx", "/V (v) /NeedAppearances true");
+  EXPECT_TRUE(node->status & kNodeStale);
+  EXPECT_EQ(Entry(Field(0), "NeedAppearances"), "null");
+  SetFieldValue(node, GetFieldValue(node));
+  EXPECT_EQ(built, "- (v) stale; ");
+}
+
 TEST_F(Values, kinds_follow_type_and_flags) {
   const struct {
     const char* type;
@@ -369,6 +402,18 @@ TEST_F(Values, several_defaults_must_each_be_an_option) {
   EXPECT_EQ(SetDefaultValue(node, selection({"a", "c"})), 0U);
   EXPECT_EQ(Entry(Field(0), "DV"), "[(a) (c)]");
   EXPECT_EQ(Entry(Field(0), "V"), "[(a) (c)]");
+}
+
+TEST_F(Values, several_defaults_stand_for_options_that_are_objects_of_their_own) {
+  const std::string shared = FieldRef(1);
+  Open({WidgetField("Ch", "f", "/Opt [(a) [" + shared + " (Shown)]]")}, {.objects = {"(b)"}});
+  const ObjectHandle array = Objects->NewArray(objects, false, 1);
+  Objects->ArrayInsert(array, 0, Text("b"));
+  EXPECT_EQ(SetDefaultValue(FieldNodeOf(Field(0)), array), 0U);
+  const ObjectHandle stored = Objects->ArrayGet(Objects->DictGet(Field(0), key::DV), 0);
+  EXPECT_TRUE(Objects->IsIndirect(stored));
+  EXPECT_FALSE(Objects->IsIndirect(Objects->ArrayGet(array, 0))) << "the caller's array";
+  Objects->Destroy(array);
 }
 
 // Handlers of kinds.

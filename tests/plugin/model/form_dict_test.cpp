@@ -60,6 +60,15 @@ TEST_F(FormDict, of_an_older_revision_is_taken_over) {
   EXPECT_TRUE(DocumentHasForm(doc));
 }
 
+TEST_F(FormDict, is_made_for_a_first_field_but_not_taken_over) {
+  Open({quillon::test::WidgetField("Tx", "a")}, {.formKey = ""});
+  EXPECT_TRUE(FieldNodeIsValid(FieldNodeOfWidget(Widget(0))));
+  EXPECT_TRUE(DocumentHasForm(doc));
+  Open({quillon::test::WidgetField("Tx", "a")}, {.formEntries = "/QuillForm 0.5"});
+  EXPECT_EQ(FieldNodeOfWidget(Widget(0)), nullptr);
+  EXPECT_EQ(Entry(Form(), "QuillForm"), "0.5");
+}
+
 TEST_F(FormDict, that_the_host_cannot_make_leaves_the_catalog_alone) {
   Open({}, {.formKey = ""});
   auto* const put = std::exchange(

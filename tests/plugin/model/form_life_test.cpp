@@ -4,6 +4,7 @@
 #include "plugin/model/form_dict.h"
 #include "plugin/model/form_record.h"
 #include "plugin/model/keys.h"
+#include "quillon/document/notify.h"
 #include "quillon/document/open_document.h"
 #include "quillon/viewer/open_view.h"
 #include "tests/plugin/model/model_host.h"
@@ -78,6 +79,20 @@ TEST_F(FormLife, saving_clears_passwords_and_makes_the_form_live_again_afterward
   EXPECT_EQ(Entry(Form(), "MaxLen"), "null");
   quillon::ResumeAfterSave(view);
   EXPECT_STREQ(FieldNodeName(Node("p")), "p");
+}
+
+TEST_F(FormLife, replaced_objects_leave_no_nodes_behind) {
+  Show({WidgetField("Tx", "a")});
+  LoadAllFields(doc);
+  NodePin pin(Node("a"));
+  quillon::SendDocChanged(doc, 0);
+  EXPECT_TRUE(FieldNodeIsValid(pin.node));
+  EXPECT_EQ(Node("a"), nullptr);
+  quillon::SendDocChanged(doc, quillon::kDocChangeObjects);
+  EXPECT_EQ(pin.node, nullptr);
+  quillon::SetPermissions(doc, quillon::kPermitForms);
+  LoadAllFields(doc);
+  EXPECT_NE(Node("a"), nullptr) << "the fields are loaded anew";
 }
 
 TEST_F(FormLife, clearing_goes_on_past_a_field_that_fails) {

@@ -169,11 +169,15 @@ TEST_F(PlugInTest, AFailedInitialisationIsReportedAndStillUnloaded) {
 }
 
 TEST_F(PlugInTest, AFailedExportKeepsThePlugInFromStartingButNotFromUnloading) {
-  fake.failing = "export";
-  EXPECT_EQ(RaisedBy([] { AttachPlugIn(&Main, nullptr); }), kErrorGeneral);
-  InitialisePlugIns();
-  StopHost();
-  EXPECT_EQ(fake.calls, (Calls{"setup", "handshake", "export", "unload"}));
+  for (const bool raises : {false, true}) {
+    (raises ? fake.raising : fake.failing) = "export";
+    const FailureCode expected = raises ? kErrorNoMemory : kErrorGeneral;
+    EXPECT_EQ(RaisedBy([] { AttachPlugIn(&Main, nullptr); }), expected);
+    InitialisePlugIns();
+    StopHost();
+    EXPECT_EQ(fake.calls, (Calls{"setup", "handshake", "export", "unload"}));
+    fake = {};
+  }
 }
 
 TEST_F(PlugInTest, AFileThatIsNoModuleIsRefused) {

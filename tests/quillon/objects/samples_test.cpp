@@ -26,7 +26,8 @@ void Describe(ObjectHandle object, int depth, std::string* out) {
   const ObjectKind kind = objects::TypeOf(object);
   *out += static_cast<char>('a' + static_cast<int>(kind));
   if (depth > 0 && objects::IsIndirect(object)) {
-    *out += "#" + std::to_string(ObjectNumberOf(object));
+    *out += '#';
+    *out += std::to_string(ObjectNumberOf(object));
     return;
   }
   if (kind == ObjectKind::kInteger) *out += std::to_string(objects::IntegerValue(object));

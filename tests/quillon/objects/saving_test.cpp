@@ -2,6 +2,12 @@
 #include <fstream>
 #include <iterator>
 
+#ifndef _WIN32
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+#endif
+
 #include "quillon/objects/replace_file.h"
 #include "tests/quillon/objects/file_text.h"
 
@@ -94,6 +100,19 @@ TEST(Saving, AStreamWhoseDictionaryChangesKeepsItsData) {
   EXPECT_EQ(Text(Get(again.At(2), "T")), "x");
 }
 
+TEST(Saving, ObjectsWithoutAnEndOfTheirOwnDoNotSwallowTheNext) {
+  std::string bytes = FileWithObject("<</T(kept)>>");
+  // The object before it loses its end; nothing moves.
+  bytes.replace(bytes.find("endobj", bytes.find("2 0 obj")), 6, "      ");
+  const OpenedDocument file(bytes);
+  PutText(file.doc, file.At(3), "T", "new");
+  const std::string saved = PdfToBytes(file.doc);
+  EXPECT_EQ(saved.find("(kept)"), std::string::npos);
+  const OpenedDocument again(saved);
+  EXPECT_EQ(objects::IntegerValue(Get(again.At(2), "Count")), 0);
+  EXPECT_EQ(Text(Get(again.At(3), "T")), "new");
+}
+
 TEST(Saving, OverTheOpenFileIsSafeAndCanBeRepeated) {
   const TemporaryFolder folder;
   const std::string path = folder.File("a.pdf");
@@ -141,6 +160,49 @@ TEST(Saving, PermissionsAndLinksOfAReplacedFileAreKept) {
   EXPECT_EQ(ReadFile(path), ReadFile(folder.File("link.pdf")));
   EXPECT_EQ(fs::status(path).permissions(),
             fs::perms::owner_read | fs::perms::owner_write | fs::perms::group_read);
+}
+
+// Put in their place, a new file would take them from every program of the system.
+TEST(Saving, DevicesAndPipesAreWrittenAndNotReplaced) {
+  const TemporaryFolder folder;
+  const std::string pipe = folder.File("pipe");
+  ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
+  const int reader = open(pipe.c_str(), O_RDWR | O_NONBLOCK);
+  ASSERT_GE(reader, 0);
+  const auto bytesInPipe = [reader] {
+    char bytes[16];
+    const ssize_t count = read(reader, bytes, sizeof bytes);
+    return std::string(bytes, count > 0 ? static_cast<std::size_t>(count) : 0);
+  };
+  EXPECT_THROW(objects::ReplaceFile(pipe,
+                                    [](const objects::TakeBytes& take) {
+                                      take("half");
+                                      Fail(kErrorBadObject, "in the middle");
+                                    }),
+               HostFailure);
+  EXPECT_EQ(bytesInPipe(), "");
+  objects::ReplaceFile(pipe, [](const objects::TakeBytes& take) { take("whole"); });
+  EXPECT_EQ(bytesInPipe(), "whole");
+  EXPECT_TRUE(fs::is_fifo(pipe));
+  EXPECT_EQ(folder.Count(), 1u);
+  close(reader);
+}
+
+TEST(Saving, AFileThatMayNotBeWrittenIsNotReplaced) {
+  const TemporaryFolder folder;
+  const std::string path = folder.File("a.pdf");
+  const auto replace = [&path] {
+    objects::ReplaceFile(path, [](const objects::TakeBytes& take) { take("new"); });
+  };
+  fs::create_directory(path);
+  EXPECT_THROW(replace(), HostFailure);
+  EXPECT_EQ(folder.Count(), 1u);
+  fs::remove(path);
+  if (geteuid() == 0) GTEST_SKIP() << "the superuser may write every file";
+  WriteFile(path, "precious");
+  fs::permissions(path, fs::perms::owner_read);
+  EXPECT_THROW(replace(), HostFailure);
+  EXPECT_EQ(ReadFile(path), "precious");
 }
 #endif
 

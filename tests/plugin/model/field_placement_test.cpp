@@ -1,0 +1,298 @@
+// Placing widgets under names, merging them into fields, renaming and retyping.
+#include "plugin/host/form_events.h"
+#include "plugin/model/field_copy.h"
+#include "tests/plugin/model/placement_host.h"
+
+namespace quillform {
+namespace {
+
+using quillon::test::WidgetField;
+
+struct Placement : PlacementHost {};
+
+// A field with two widgets.
+std::vector<std::string> TwoWidgets(const std::string& entries) {
+  return {"/FT /Tx /T (pair) /Kids [" + FieldRef(1) + " " + FieldRef(2) + "] " + entries,
+          "/Subtype /Widget /Rect [0 0 9 9] /Parent " + FieldRef(0),
+          "/Subtype /Widget /Rect [0 0 9 9] /Parent " + FieldRef(0)};
+}
+
+TEST_F(Placement, missing_levels_are_made_and_found_again) {
+  Open({}, {.formKey = ""});
+  const ObjectHandle first = NewWidget(key::Tx);
+  FieldNode node = AddWidgetUnderName(first, "a.b.c");
+  EXPECT_STREQ(FieldNodeName(node), "a.b.c");
+  EXPECT_NE(AddWidgetUnderName(NewWidget(key::Tx), "a.d"), nullptr);
+  EXPECT_NE(AddWidgetUnderName(NewWidget(key::Tx), "e"), nullptr);
+  EXPECT_EQ(Tree(), "a[b[c] d] e");
+  EXPECT_FALSE(FieldNodeIsTerminal(Node("a.b")));
+  EXPECT_TRUE(Objects->Equal(Objects->DictGet(first, key::Parent), Node("a.b")->dict));
+  ExpectNodesFit();
+}
+
+TEST_F(Placement, levels_of_a_form_that_nobody_has_loaded_are_used) {
+  Open({"/T (a) /Kids [" + FieldRef(1) + "]", WidgetField("Tx", "b", "/Parent " + FieldRef(0))});
+  EXPECT_NE(AddWidgetUnderName(NewWidget(key::Tx), "a.c"), nullptr);
+  EXPECT_EQ(Tree(), "a[b c]");
+  ExpectNodesFit();
+}
+
+TEST_F(Placement, a_name_that_cannot_be_given_leaves_nothing_behind) {
+  Open({WidgetField("Tx", "t"), "/T (a) /Kids [" + FieldRef(2) + "]",
+        WidgetField("Tx", "b", "/Parent " + FieldRef(1))});
+  LoadAllFields(doc);
+  const std::string before = Tree();
+  const std::string longName(255, 'x');
+  for (const char* name : {"t.under", "a.b.under", "t.x.under", longName.c_str()}) {
+    const ObjectHandle widget = NewWidget(key::Tx);
+    Objects->DictPut(widget, key::T, Text("old"));
+    EXPECT_EQ(AddWidgetUnderName(widget, name), nullptr) << name;
+    EXPECT_EQ(Entry(widget, "T"), "null");
+    EXPECT_EQ(Entry(widget, "Parent"), "null");
+    EXPECT_EQ(Tree(), before) << name;
+  }
+  EXPECT_EQ(CodeOf([&] { AddWidgetUnderName(NewWidget(key::Tx), "a"); }),
+            quillon::kErrorBadParameter)
+      << "a field of fields takes no widget";
+  EXPECT_EQ(Tree(), before);
+  const std::string path = "new." + std::string(251, 'x');
+  EXPECT_EQ(AddWidgetUnderName(NewWidget(key::Tx), path.c_str()), nullptr);
+  EXPECT_EQ(Tree(), before) << "the level made on the way is gone again";
+  ExpectNodesFit();
+}
+
+TEST_F(Placement, a_second_widget_splits_a_field_and_shares_its_value) {
+  Open({WidgetField("Tx", "t", "/V (x) /Ff 2 /DA (/Helv 9 Tf)")});
+  LoadAllFields(doc);
+  static int splits;
+  splits = 0;
+  FormEventRegister(
+      kEventFieldSplit,
+      [](FormEventRecord* event, void*) { splits += NodeIsWidget(event->node) ? 0 : 1; }, nullptr,
+      nullptr);
+  const ObjectHandle old = Field(0);
+  const ObjectHandle widget = NewWidget(key::Tx, 2);
+  Objects->DictPut(widget, key::V, Text("own"));
+  ASSERT_NE(AddWidgetUnderName(widget, "t"), nullptr);
+  EXPECT_EQ(splits, 1);
+  EXPECT_EQ(Tree(), "t[- -]");
+  EXPECT_EQ(Entry(Field(0), "FT"), "/Tx");
+  EXPECT_EQ(Entry(Field(0), "V"), "(x)");
+  EXPECT_EQ(Entry(Field(0), "Ff"), "2");
+  for (const ObjectHandle part : {old, widget}) {
+    for (const char* entry : {"T", "FT", "V", "Ff", "DA"}) EXPECT_EQ(Entry(part, entry), "null");
+    EXPECT_TRUE(Objects->Equal(Objects->DictGet(part, key::Parent), Field(0)));
+    EXPECT_EQ(GetFieldFlags(FieldNodeOf(part), 1), 2u);
+    EXPECT_EQ(ShowObject(GetFieldValue(FieldNodeOf(part))), "(x)");
+  }
+  ASSERT_NE(AddWidgetUnderName(NewWidget(key::Tx), "t"), nullptr);
+  EXPECT_EQ(Tree(), "t[- - -]");
+  EXPECT_EQ(splits, 1);
+  ExpectNodesFit();
+}
+
+TEST_F(Placement, a_subscriber_can_keep_the_second_widget_out) {
+  Open({WidgetField("Tx", "t", "/V (x)")});
+  FormEventRegister(
+      kEventFieldSplit, [](FormEventRecord* event, void*) { event->cancel = 7; }, nullptr, nullptr);
+  const ObjectHandle widget = NewWidget(key::Tx);
+  EXPECT_EQ(AddWidgetUnderName(widget, "t"), nullptr);
+  EXPECT_EQ(Tree(), "t[-]") << "the split stays made";
+  EXPECT_EQ(Entry(widget, "Parent"), "null");
+  EXPECT_EQ(ShowObject(GetFieldValue(Node("t"))), "(x)");
+  ExpectNodesFit();
+}
+
+TEST_F(Placement, a_widget_that_does_not_fit_is_refused_untouched) {
+  Open({WidgetField("Btn", "check"), WidgetField("Tx", "t", "/Ff 2")});
+  const ObjectHandle text = NewWidget(key::Tx);
+  EXPECT_EQ(AddWidgetUnderName(text, "check"), nullptr);
+  EXPECT_EQ(Entry(text, "FT"), "/Tx");
+  const ObjectHandle other = NewWidget(key::Tx, 4096);
+  EXPECT_EQ(AddWidgetUnderName(other, "t"), nullptr);
+  EXPECT_EQ(Entry(other, "Ff"), "4096");
+  EXPECT_EQ(Tree(), "check t");
+  ExpectNodesFit();
+}
+
+TEST_F(Placement, options_are_kept_only_beside_options) {
+  Open({WidgetField("Ch", "with", "/Opt [(a)]"), WidgetField("Ch", "without")});
+  for (const char* name : {"with", "without"}) {
+    const ObjectHandle widget = NewWidget(key::Ch);
+    const ObjectHandle options = Objects->NewArray(objects, false, 1);
+    Objects->ArrayInsert(options, 0, Text("b"));
+    Objects->DictPut(widget, key::Opt, options);
+    ASSERT_NE(AddWidgetUnderName(widget, name), nullptr);
+    EXPECT_EQ(Entry(widget, "Opt") != "null", std::string(name) == "with");
+  }
+}
+
+TEST_F(Placement, a_path_widget_moves_under_its_path) {
+  Open({WidgetField("Tx", "a.b", "/V (x)"), WidgetField("Tx", "a.c"), WidgetField("Tx", "d")});
+  LoadAllFields(doc);
+  EXPECT_EQ(Tree(), "d a[c b]");
+  EXPECT_EQ(Entry(Form(), "$Wa"), "true");
+  EXPECT_EQ(ShowObject(GetFieldValue(Node("a.b"))), "(x)");
+  EXPECT_EQ(Document->AnnotFlags(Widget(0)), 4u);
+  ExpectNodesFit();
+}
+
+TEST_F(Placement, inherited_entries_are_not_repeated) {
+  Open({"/T (a) /FT /Tx /Ff 1 /DA (/Helv 9 Tf) /Q 1 /Kids [" + FieldRef(1) + "]",
+        WidgetField("Tx", "b", "/Parent " + FieldRef(0))});
+  const ObjectHandle widget = NewWidget(key::Tx, 1);
+  Objects->DictPut(widget, key::DA, Text("/Helv 9 Tf"));
+  Objects->DictPut(widget, key::Q, Objects->NewInteger(objects, false, 2));
+  FieldNode node = AddWidgetUnderName(widget, "a.c");
+  ASSERT_NE(node, nullptr);
+  for (const char* entry : {"DA", "Ff", "FT"}) EXPECT_EQ(Entry(widget, entry), "null") << entry;
+  EXPECT_EQ(Entry(widget, "Q"), "2");
+  EXPECT_EQ(node->type, key::Tx);
+  EXPECT_EQ(GetFieldFlags(node, 1), 1u);
+}
+
+TEST_F(Placement, retyping_drops_the_flags_of_the_old_type) {
+  Open({WidgetField("Tx", "t", "/Ff 4098")});
+  FieldNode node = FieldNodeOf(Field(0));
+  EXPECT_EQ(ChangeFieldType(node, key::Tx), 0u);
+  EXPECT_EQ(Entry(Field(0), "Ff"), "4098");
+  EXPECT_EQ(ChangeFieldType(node, key::Btn), 0u);
+  EXPECT_EQ(Entry(Field(0), "FT"), "/Btn");
+  EXPECT_EQ(Entry(Field(0), "Ff"), "2");
+  EXPECT_EQ(FieldKindOfNode(node), key::CheckBox);
+  EXPECT_TRUE(FieldIsStale(node));
+  EXPECT_EQ(ChangeFieldType(nullptr, key::Btn), 1u);
+}
+
+TEST_F(Placement, retyping_needs_the_only_widget_and_joins_it_with_its_field) {
+  Open(TwoWidgets("/V (x) /Ff 2"));
+  LoadAllFields(doc);
+  const ObjectHandle kept = KidOf(Field(0), 0);
+  EXPECT_EQ(ChangeFieldType(FieldNodeOf(kept), key::Btn), 1u);
+  EXPECT_EQ(FieldNodeOf(kept)->type, key::Tx);
+  DeleteFieldNode(FieldNodeOf(KidOf(Field(0), 1)));
+  EXPECT_EQ(ChangeFieldType(FieldNodeOf(kept), key::Btn), 0u);
+  EXPECT_EQ(Tree(), "pair");
+  EXPECT_TRUE(Objects->Equal(Field(0), kept));
+  EXPECT_EQ(Entry(kept, "FT"), "/Btn");
+  EXPECT_EQ(Entry(kept, "V"), "(x)");
+  EXPECT_EQ(Entry(kept, "Parent"), "null");
+  EXPECT_EQ(WalkedNames(doc, false, false), "pair");
+  ExpectNodesFit();
+}
+
+TEST_F(Placement, renaming_one_of_two_widgets_takes_along_what_it_inherited) {
+  Open(TwoWidgets("/V (x) /DA (/Helv 9 Tf) /MaxLen 5"));
+  LoadAllFields(doc);
+  const ObjectHandle widget = KidOf(Field(0), 1);
+  FieldNode node = FieldNodeOf(widget);
+  node->status |= kNodeEdited;
+  FieldNode renamed = RenameWidgetField(node, "new.name");
+  ASSERT_NE(renamed, nullptr);
+  EXPECT_STREQ(FieldNodeName(renamed), "new.name");
+  EXPECT_TRUE(renamed->status & kNodeEdited);
+  EXPECT_EQ(Tree(), "pair[-] new[name]");
+  EXPECT_EQ(renamed->type, key::Tx);
+  EXPECT_EQ(ShowObject(GetFieldValue(renamed)), "(x)");
+  EXPECT_EQ(Entry(widget, "MaxLen"), "5");
+  EXPECT_EQ(RenameWidgetField(renamed, "new.name"), renamed);
+  ASSERT_NE(RenameWidgetField(renamed, "pair"), nullptr);
+  EXPECT_EQ(Tree(), "pair[- -]") << "and the level that it left empty is gone";
+  EXPECT_EQ(Entry(widget, "V"), "null");
+  ExpectNodesFit();
+}
+
+TEST_F(Placement, a_rename_that_is_refused_keeps_the_old_name) {
+  Open({WidgetField("Tx", "t", "/V (x)"), WidgetField("Btn", "check"),
+        "/T (a) /Kids [" + FieldRef(3) + "]", WidgetField("Tx", "b", "/Parent " + FieldRef(2))});
+  FieldNode node = FieldNodeOf(Field(0));
+  for (const char* name : {"", "a"}) {
+    EXPECT_EQ(CodeOf([&] { RenameWidgetField(node, name); }), quillon::kErrorBadParameter) << name;
+  }
+  EXPECT_EQ(RenameWidgetField(node, "check"), nullptr);
+  EXPECT_EQ(RenameWidgetField(Node("t"), "check.under"), nullptr);
+  EXPECT_EQ(Tree(), "check a[b] t");
+  EXPECT_EQ(ShowObject(GetFieldValue(Node("t"))), "(x)");
+  ExpectNodesFit();
+}
+
+TEST_F(Placement, a_dissolved_subtree_is_placed_under_its_paths) {
+  Open({"/T (a) /FT /Tx /V (x) /Kids [" + FieldRef(1) + " " + FieldRef(2) + "]",
+        WidgetField("Tx", "b", "/Parent " + FieldRef(0)),
+        "/T (c) /Parent " + FieldRef(0) + " /Kids [" + FieldRef(3) + "]",
+        "/Subtype /Widget /Rect [0 0 9 9] /Parent " + FieldRef(2)});
+  LoadAllFields(doc);
+  const ObjectHandle top = Field(0);
+  ReparentKids(top);
+  EXPECT_EQ(Tree(), "");
+  EXPECT_EQ(Entry(top, "Kids"), "null");
+  EXPECT_EQ(WalkedNames(doc, true, false), "");
+  EXPECT_EQ(Entry(Document->AnnotDict(Widget(1)), "T"), "(a.c)");
+  EXPECT_STREQ(FieldNodeName(FieldNodeOfWidget(Widget(0))), "a.b");
+  FieldNode placed = FieldNodeOfWidget(Widget(1));
+  EXPECT_STREQ(FieldNodeName(placed), "a.c");
+  EXPECT_EQ(placed->type, key::Tx);
+  EXPECT_EQ(Tree(), "a[b c]");
+  ExpectNodesFit();
+}
+
+TEST_F(Placement, a_circle_of_kids_is_dissolved_once) {
+  Open({"/T (a) /Kids [" + FieldRef(1) + "]",
+        "/T (b) /Parent " + FieldRef(0) + " /Kids [" + FieldRef(0) + "]"});
+  const ObjectHandle top = Field(0);
+  const ObjectHandle kid = KidOf(top, 0);
+  ReparentKids(top);
+  EXPECT_EQ(Entry(top, "Kids"), "null");
+  EXPECT_EQ(Entry(kid, "Kids"), "null");
+}
+
+struct Copying : PlacementHost {
+  ObjectHandle NewDict(ObjectDoc target, bool annot) {
+    const ObjectHandle dict = Objects->NewDict(target, true, 5);
+    if (annot) Objects->DictPut(dict, key::Subtype, Objects->NewName(target, false, key::Widget));
+    return dict;
+  }
+};
+
+TEST_F(Copying, a_copy_of_the_same_name_joins_its_field) {
+  Open({WidgetField("Tx", "t", "/V (x) /MK << /R 90 >> /BS << /W 2 >>")});
+  const ObjectHandle dict = NewDict(objects, true);
+  EXPECT_EQ(CopyWidgetField(dict, FieldNodeOf(Field(0)), nullptr, false), 0u);
+  EXPECT_EQ(Tree(), "t[- -]");
+  EXPECT_EQ(Entry(dict, "MK"), "<< /R 90 >>");
+  EXPECT_EQ(Entry(dict, "BS"), "<< /W 2 >>");
+  EXPECT_EQ(Entry(dict, "P"), "null");
+  EXPECT_EQ(CopyWidgetField(dict, Node("t"), nullptr, false), 1u) << "not a widget: it has kids";
+  ExpectNodesFit();
+}
+
+TEST_F(Copying, a_copy_of_another_name_has_no_value_and_its_own_look) {
+  Open(TwoWidgets("/V (x) /DA (/Helv 9 Tf)"));
+  LoadAllFields(doc);
+  const ObjectHandle source = KidOf(Field(0), 0);
+  Objects->DictPut(source, key::MK, Objects->NewDict(objects, false, 1));
+  const ObjectHandle dict = NewDict(objects, false);
+  EXPECT_EQ(CopyWidgetField(dict, FieldNodeOf(source), "copy", true), 0u);
+  EXPECT_EQ(Tree(), "pair[- -] copy");
+  EXPECT_EQ(Entry(dict, "FT"), "/Tx");
+  EXPECT_EQ(Entry(dict, "DA"), "(/Helv 9 Tf)");
+  for (const char* entry : {"V", "MK", "Subtype", "Rect"}) EXPECT_EQ(Entry(dict, entry), "null");
+}
+
+TEST_F(Copying, a_copy_in_another_document_carries_what_it_inherited) {
+  Open(TwoWidgets("/V (x) /DA (/Helv 9 Tf) /Ff 2"));
+  LoadAllFields(doc);
+  FieldNode source = FieldNodeOf(KidOf(Field(0), 0));
+  const DocHandle other = quillon::test::OpenTestDocument(quillon::test::FormPdf({}));
+  const ObjectHandle dict = NewDict(Document->ObjectDocOf(other), true);
+  EXPECT_EQ(CopyWidgetField(dict, source, nullptr, false), 0u);
+  FieldNode copy = FindFieldByName(other, "pair");
+  ASSERT_NE(copy, nullptr);
+  EXPECT_EQ(copy->type, key::Tx);
+  EXPECT_EQ(GetFieldFlags(copy, 1), 2u);
+  EXPECT_EQ(ShowObject(GetFieldValue(copy)), "(x)");
+  EXPECT_EQ(Tree(), "pair[- -]") << "the source stays as it was";
+}
+
+}  // namespace
+}  // namespace quillform

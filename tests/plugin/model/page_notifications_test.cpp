@@ -1,0 +1,130 @@
+// What becomes of fields when annotations and pages come and go.
+#include "quillon/document/page_edit.h"
+#include "tests/plugin/model/placement_host.h"
+
+namespace quillform {
+namespace {
+
+using quillon::test::FormPdf;
+using quillon::test::OpenTestDocument;
+using quillon::test::WidgetField;
+
+constexpr FixedRect kRect = {0, 9 * kFixedOne, 9 * kFixedOne, 0};
+
+struct FieldPages : PlacementHost {
+  struct Page {
+    Page(DocHandle doc, std::uint32_t number) : handle(Document->AcquirePage(doc, number)) {}
+    ~Page() { Document->ReleasePage(handle); }
+    PageHandle handle;
+  };
+
+  void InsertFrom(const std::vector<std::string>& fields) {
+    const DocHandle other = OpenTestDocument(FormPdf(fields));
+    quillon::InsertPages(doc, 0, other, 0, 0);
+  }
+  std::uint32_t WidgetsOn(std::uint32_t page) {
+    return Document->AnnotCount(Page(doc, page).handle);
+  }
+};
+
+TEST_F(FieldPages, a_new_widget_prints_and_turns_with_its_page) {
+  Open({}, {.pageEntries = "/Rotate 90", .formKey = ""});
+  const AnnotHandle annot = Document->NewAnnot(Page(doc, 0).handle, key::Widget, &kRect);
+  EXPECT_EQ(Document->AnnotFlags(annot), 4u);
+  EXPECT_EQ(Entry(Document->AnnotDict(annot), "MK"), "<< /R 90 >>");
+  EXPECT_TRUE(DocumentHasForm(doc));
+  const AnnotHandle note = Document->NewAnnot(Page(doc, 0).handle, key::Text, &kRect);
+  EXPECT_EQ(Document->AnnotFlags(note), 0u);
+}
+
+TEST_F(FieldPages, no_widget_stays_where_the_form_cannot_be_used) {
+  Open({}, {.formEntries = "/QuillForm 0.5"});
+  Document->NewAnnot(Page(doc, 0).handle, key::Widget, &kRect);
+  EXPECT_EQ(WidgetCount(), 0u);
+}
+
+TEST_F(FieldPages, a_removed_widget_leaves_the_tree_bare) {
+  Open({WidgetField("Tx", "t", "/V (x)"),
+        "/FT /Ch /T (c) /Kids [" + FieldRef(2) + " " + FieldRef(3) + "]",
+        "/Subtype /Widget /Rect [0 0 9 9] /Opt [(o)] /Parent " + FieldRef(1),
+        "/Subtype /Widget /Rect [0 0 9 9] /Parent " + FieldRef(1)});
+  const ObjectHandle alone = Document->AnnotDict(Widget(0));
+  const ObjectHandle kid = Document->AnnotDict(Widget(1));
+  const Page page(doc, 0);
+  Document->RemoveAnnot(page.handle, 1);
+  EXPECT_EQ(Tree(), "t c[-]");
+  EXPECT_EQ(Entry(kid, "Parent"), "null");
+  EXPECT_EQ(Entry(kid, "Opt"), "null");
+  Document->RemoveAnnot(page.handle, 0);
+  EXPECT_EQ(Tree(), "c[-]");
+  for (const char* entry : {"T", "V"}) EXPECT_EQ(Entry(alone, entry), "null");
+  ExpectNodesFit();
+}
+
+TEST_F(FieldPages, a_widget_that_is_being_moved_keeps_its_field) {
+  Open({WidgetField("Tx", "t", "/V (x)")});
+  FieldNode node = FieldNodeOf(Field(0));
+  node->status |= kNodeMoving;
+  Document->RemoveAnnot(Page(doc, 0).handle, 0);
+  EXPECT_EQ(Node("t"), node);
+  EXPECT_EQ(Entry(Field(0), "V"), "(x)");
+}
+
+TEST_F(FieldPages, flags_follow_a_change_of_the_annotation) {
+  Open({WidgetField("Tx", "t")});
+  FieldNode node = FieldNodeOf(Field(0));
+  Document->SetAnnotFlags(Widget(0), 6);
+  EXPECT_EQ(GetFieldFlags(node, 0), 6u);
+}
+
+TEST_F(FieldPages, inserted_widgets_join_the_fields_of_their_names) {
+  Open({WidgetField("Tx", "t", "/V (x)"), "/T (a) /Kids [" + FieldRef(2) + "]",
+        WidgetField("Tx", "b", "/Parent " + FieldRef(1))});
+  InsertFrom({WidgetField("Tx", "t", "/V (other)"), "/T (a) /Kids [" + FieldRef(2) + "]",
+              WidgetField("Tx", "b", "/Parent " + FieldRef(1)), WidgetField("Tx", "new"),
+              "/FT /Tx /T (t) /Kids [" + FieldRef(5) + " " + FieldRef(6) + "]",
+              "/Subtype /Widget /Rect [0 0 9 9] /Parent " + FieldRef(4),
+              "/Subtype /Widget /Rect [0 0 9 9] /Parent " + FieldRef(4)});
+  EXPECT_EQ(WidgetsOn(1), 5u);
+  EXPECT_EQ(Entry(Form(), "NeedAppearances"), "null");
+  LoadAllFields(doc);
+  EXPECT_EQ(WalkedNames(doc, false, true), "a new t a.b");
+  std::uint32_t widgets = 0;
+  for (FieldNode node = Node("t"); node != nullptr; node = node->sameNameNext) {
+    widgets += NodeIsWidget(node) ? 1 : 0;
+  }
+  EXPECT_EQ(widgets, 4u);
+  EXPECT_EQ(ShowObject(GetFieldValue(Node("t"))), "(x)");
+  ExpectNodesFit();
+}
+
+TEST_F(FieldPages, inserted_widgets_without_a_place_go_unless_they_are_buttons) {
+  Open({WidgetField("Btn", "check")});
+  InsertFrom({"/Subtype /Widget /FT /Tx /Rect [0 0 9 9]",
+              "/Subtype /Widget /FT /Btn /Rect [0 0 9 9]", WidgetField("Tx", "check")});
+  const Page page(doc, 1);
+  ASSERT_EQ(Document->AnnotCount(page.handle), 1u);
+  EXPECT_EQ(Entry(Document->AnnotDict(Document->AnnotAt(page.handle, 0)), "FT"), "/Btn");
+  EXPECT_EQ(Tree(), "check");
+}
+
+TEST_F(FieldPages, pages_bring_a_form_to_a_document_without_one) {
+  Open({}, {.formKey = ""});
+  InsertFrom({WidgetField("Tx", "t", "/V (x)")});
+  EXPECT_EQ(Tree(), "t");
+  EXPECT_EQ(ShowObject(GetFieldValue(Node("t"))), "(x)");
+}
+
+TEST_F(FieldPages, deleted_pages_take_the_fields_that_are_known) {
+  Open({WidgetField("Tx", "stays")});
+  InsertFrom({WidgetField("Tx", "goes"), WidgetField("Tx", "stays")});
+  LoadAllFields(doc);
+  EXPECT_EQ(Tree(), "stays[- -] goes");
+  quillon::DeletePages(doc, 1, 1);
+  EXPECT_EQ(Tree(), "stays[-]");
+  EXPECT_EQ(Node("goes"), nullptr);
+  ExpectNodesFit();
+}
+
+}  // namespace
+}  // namespace quillform

@@ -3,6 +3,7 @@
 
 #include "sdk/types.h"
 
+// clang-format off
 #define QUILLON_APP_FORM_KEYS(X)                                                                 \
   X(AP)                                                                                          \
   X(Btn)                                                                                         \
@@ -10,6 +11,7 @@
   X(DV)                                                                                          \
   X(FT) X(Fields) X(Kids) X(MaxLen) X(N) X(NeedAppearances) X(Off) X(Opt) X(Parent) X(QuillForm) \
       X(Sig) X(Subtype) X(T) X(Tx) X(V) X(Widget) X(XFA)
+// clang-format on
 
 namespace quillon::app {
 

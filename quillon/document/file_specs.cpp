@@ -46,7 +46,7 @@ std::string HostTextOf(std::string_view text) {
   return host;
 }
 
-// The specification's text as host text: only UF is a text string, the others are bytes of the
+// A file specification's text as host text: only UF is a text string, the others are bytes of the
 // platform.
 std::string SpecText(ObjectHandle object) {
   if (IsKind(object, ObjectKind::kString)) return BytesOf(object);

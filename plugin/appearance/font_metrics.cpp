@@ -146,12 +146,6 @@ const FontMetrics& FontMetricsOf(Atom baseFont, Fixed size) {
   return place;
 }
 
-void ForgetFontMetrics() {
-  for (UnitMetrics& unit : unitMetrics) unit.loaded = false;
-  recentUsed = 0;
-  recentNext = 0;
-}
-
 Fixed TextWidth(const FontMetrics& metrics, const char* text) {
   return text == nullptr ? 0 : TextWidth(metrics, text, std::strlen(text));
 }

@@ -22,7 +22,6 @@ void LoadFontMetrics(Atom baseFont, Fixed size, FontMetrics* metrics);
 
 // The same record from a cache of recent (font, size) pairs; valid until the next call.
 const FontMetrics& FontMetricsOf(Atom baseFont, Fixed size);
-void ForgetFontMetrics();
 
 // The sum of the widths of the bytes; 0 for null or empty text.
 Fixed TextWidth(const FontMetrics& metrics, const char* text);

@@ -149,21 +149,17 @@ TEST_F(MergeTest, KeepsTheFilterAndCompressesPlainContentOnlyWhenLong) {
   EXPECT_EQ(ShowObject(Objects->DictGet(packed, key::Filter)), "[/FlateDecode]");
 }
 
-TEST_F(MergeTest, BoxHoldsTheTextAndTheMatrixTurnsIt) {
-  const struct {
-    std::uint16_t rotation;
-    const char* box;
-    const char* matrix;
-  } cases[] = {{0, "[0 0 100 20]", "null"},
-               {90, "[0 0 20 100]", "[0 1 -1 0 100 0]"},
-               {180, "[0 0 100 20]", "[-1 0 0 -1 100 20]"},
-               {270, "[0 0 20 100]", "[0 -1 1 0 0 20]"}};
-  for (const auto& one : cases) {
-    ContentWriter writer = Writer(one.rotation);
-    const ObjectHandle stream =
+TEST_F(MergeTest, HasTheBoxAndMatrixOfANewAppearance) {
+  for (const std::uint16_t rotation : std::initializer_list<std::uint16_t>{0, 90, 180, 270}) {
+    ContentWriter writer = Writer(rotation);
+    const ObjectHandle merged =
         MergeMarkedContent(OldStream("/Tx BMC (old) Tj EMC Q"), writer, look, kNullObject);
-    EXPECT_EQ(ShowObject(Objects->DictGet(stream, key::BBox)), one.box) << one.rotation;
-    EXPECT_EQ(ShowObject(Objects->DictGet(stream, key::Matrix)), one.matrix) << one.rotation;
+    const ObjectHandle made = MakeFormStream(Objects->DocumentOf(merged), writer);
+    for (const Atom entry : {key::BBox, key::Matrix}) {
+      EXPECT_EQ(ShowObject(Objects->DictGet(merged, entry)),
+                ShowObject(Objects->DictGet(made, entry)))
+          << rotation;
+    }
   }
 }
 

@@ -55,8 +55,14 @@ struct FileDescriptor {
        "The file " + file + " cannot be opened: " + std::generic_category().message(error) + ".");
 }
 
-SourceBytes ReadPipe(const FileDescriptor& pipe, const std::string& file) {
+// Up to here a file is copied into memory. Another program that cuts a mapped file off kills its
+// reader; larger files are mapped all the same, so that opening one costs what is asked of it.
+constexpr std::size_t kMaxCopied = std::size_t{32} << 20;
+
+// What is left of a pipe or file, to its end.
+SourceBytes ReadToEnd(const FileDescriptor& pipe, const std::string& file, std::size_t expected) {
   std::string bytes;
+  bytes.reserve(expected);
   std::array<char, 65536> part;
   for (;;) {
     const ssize_t count = read(pipe.number, part.data(), part.size());
@@ -74,11 +80,11 @@ SourceBytes ReadSource(const std::string& file) {
   struct stat status {};
   if (descriptor.number < 0 || fstat(descriptor.number, &status) != 0) FailOpening(file, errno);
   if (S_ISDIR(status.st_mode)) FailOpening(file, EISDIR);
-  if (S_ISFIFO(status.st_mode)) return ReadPipe(descriptor, file);
+  if (S_ISFIFO(status.st_mode)) return ReadToEnd(descriptor, file, 0);
   // Other devices may never end.
   if (!S_ISREG(status.st_mode)) Fail(kErrorOpenFile, file + " is a device and no file.");
   const auto size = static_cast<std::size_t>(status.st_size);
-  if (size == 0) return SourceFromString({});
+  if (size <= kMaxCopied) return ReadToEnd(descriptor, file, size);
   void* mapped = mmap(nullptr, size, PROT_READ, MAP_PRIVATE, descriptor.number, 0);
   if (mapped == MAP_FAILED) Fail(kErrorReadFile, "The file " + file + " cannot be read.");
   const std::string_view bytes(static_cast<const char*>(mapped), size);

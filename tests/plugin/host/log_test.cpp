@@ -4,7 +4,6 @@
 
 #include <filesystem>
 #include <fstream>
-#include <regex>
 #include <vector>
 
 #include "plugin/frame/initialise.h"
@@ -31,6 +30,23 @@ Lines LogLines() {
   return lines;
 }
 
+// `text` with each digit as 9 and each letter as a.
+std::string Shape(std::string text) {
+  for (char& c : text) {
+    if (c >= '0' && c <= '9') c = '9';
+    if ((c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z')) c = 'a';
+  }
+  return text;
+}
+
+// "Mon Nov 23 ..." with the day of the month padded by a space.
+bool IsTimedLine(const std::string& line, const std::string& start) {
+  if (!line.starts_with(start)) return false;
+  std::string time = Shape(line.substr(start.size()));
+  if (time.size() > 8 && time[8] == ' ') time[8] = '9';
+  return time == "aaa aaa 99 99:99:99 9999";
+}
+
 struct Log : testing::Test {
   Log() {
     ClearSettings();
@@ -51,11 +67,8 @@ TEST_F(Log, begins_anew_with_the_plug_in_and_ends_with_it) {
   life.Unload();
   const Lines lines = LogLines();
   ASSERT_EQ(lines.size(), 2u);
-  const std::string time = R"(\w{3} \w{3} [ \d]\d \d\d:\d\d:\d\d \d{4})";
-  EXPECT_TRUE(std::regex_match(lines[0], std::regex(R"(\*\*\* Starting Log at )" + time)))
-      << lines[0];
-  EXPECT_TRUE(std::regex_match(lines[1], std::regex(R"(\*\*\* Closing Log at )" + time)))
-      << lines[1];
+  EXPECT_TRUE(IsTimedLine(lines[0], "*** Starting Log at ")) << lines[0];
+  EXPECT_TRUE(IsTimedLine(lines[1], "*** Closing Log at ")) << lines[1];
 }
 
 TEST_F(Log, is_left_alone_when_nobody_asked_for_it) {
@@ -86,7 +99,7 @@ TEST_F(Log, lines_are_cut_to_the_buffer) {
 TEST(NowText, has_the_callers_format_or_24_characters) {
   EXPECT_EQ(NowText().size(), 24u);
   EXPECT_EQ(NowText("year %% only\n"), "year % only");
-  EXPECT_TRUE(std::regex_match(NowText("%Y-%m-%d"), std::regex(R"(\d{4}-\d\d-\d\d)")));
+  EXPECT_EQ(Shape(NowText("%Y-%m-%d")), "9999-99-99");
   EXPECT_EQ(NowText(std::string(132, 'x').c_str()).size(), 132u);
   EXPECT_EQ(NowText(std::string(133, 'x').c_str()), "") << "does not fit";
 }

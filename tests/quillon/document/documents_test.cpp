@@ -12,6 +12,7 @@
 #include "quillon/support/operations.h"
 #include "quillon/support/paths.h"
 #include "tests/support/pdf_builder.h"
+#include "tests/support/temporary_folder.h"
 #include "tests/support/test_host.h"
 
 namespace quillon {
@@ -140,18 +141,16 @@ TEST_F(DocumentsTest, ActionsAndDestinationsAreToldApart) {
 
 struct FilesTest : DocumentsTest {
   void SetUp() override {
-    folder = std::filesystem::temp_directory_path() / "quillon_documents_test";
-    std::filesystem::create_directories(folder / "sub");
+    std::filesystem::create_directories(folder.path / "sub");
     Write("main.pdf", SmallPdf());
     Write("sub/data.fdf", "%FDF-1.2");
   }
-  void TearDown() override { std::filesystem::remove_all(folder); }
   void Write(const char* name, const std::string& bytes) {
-    std::ofstream(folder / name, std::ios::binary) << bytes;
+    std::ofstream(folder.path / name, std::ios::binary) << bytes;
   }
-  std::string File(const char* name) { return (folder / name).generic_string(); }
+  std::string File(const char* name) { return folder.File(name); }
 
-  std::filesystem::path folder;
+  test::TemporaryFolder folder;
 };
 
 TEST_F(FilesTest, SpecificationsAreRelativeAndLeadBack) {
@@ -166,7 +165,7 @@ TEST_F(FilesTest, SpecificationsAreRelativeAndLeadBack) {
   const PathHandle back = document::FileSpecAcquirePath(spec, own);
   ASSERT_NE(back, nullptr);
   EXPECT_TRUE(std::filesystem::equivalent(PathString(back), PathString(data)));
-  std::filesystem::remove(folder / "sub/data.fdf");
+  std::filesystem::remove(folder.path / "sub/data.fdf");
   EXPECT_EQ(document::FileSpecAcquirePath(spec, own), nullptr) << "it names nothing any more";
   for (const PathHandle path : {own, data, back}) support::ReleasePath(path);
 }

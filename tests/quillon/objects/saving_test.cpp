@@ -10,27 +10,16 @@
 
 #include "quillon/objects/replace_file.h"
 #include "tests/quillon/objects/file_text.h"
+#include "tests/support/temporary_folder.h"
 
 namespace quillon::test {
 namespace {
 
 namespace fs = std::filesystem;
 
-struct TemporaryFolder {
-  fs::path path;
-  TemporaryFolder() {
-    const auto* info = testing::UnitTest::GetInstance()->current_test_info();
-    path = fs::temp_directory_path() / ("objects-" + std::string(info->name()));
-    fs::remove_all(path);
-    fs::create_directories(path);
-  }
-  ~TemporaryFolder() { fs::remove_all(path); }
-  std::string File(const char* name) const { return (path / name).string(); }
-  std::size_t Count() const {
-    return static_cast<std::size_t>(
-        std::distance(fs::directory_iterator(path), fs::directory_iterator()));
-  }
-};
+std::ptrdiff_t FileCount(const TemporaryFolder& folder) {
+  return std::distance(fs::directory_iterator(folder.path), fs::directory_iterator());
+}
 
 std::string ReadFile(const std::string& file) {
   std::ifstream input(file, std::ios::binary);
@@ -128,7 +117,7 @@ TEST(Saving, OverTheOpenFileIsSafeAndCanBeRepeated) {
     EXPECT_EQ(Text(Get(again.At(3), "U")), "untouched");
     EXPECT_EQ(IdsOf(again), IdsOf(file));
   }
-  EXPECT_EQ(folder.Count(), 1u);
+  EXPECT_EQ(FileCount(folder), 1);
 }
 
 TEST(Saving, AFailureLeavesTheOldFileAndNothingElse) {
@@ -142,7 +131,7 @@ TEST(Saving, AFailureLeavesTheOldFileAndNothingElse) {
                                     }),
                HostFailure);
   EXPECT_EQ(ReadFile(path), "precious");
-  EXPECT_EQ(folder.Count(), 1u);
+  EXPECT_EQ(FileCount(folder), 1);
   const OpenedDocument file(NewPdf());
   EXPECT_THROW(SavePdfFile(file.doc, folder.File("missing/a.pdf")), HostFailure);
 }
@@ -184,7 +173,7 @@ TEST(Saving, DevicesAndPipesAreWrittenAndNotReplaced) {
   objects::ReplaceFile(pipe, [](const objects::TakeBytes& take) { take("whole"); });
   EXPECT_EQ(bytesInPipe(), "whole");
   EXPECT_TRUE(fs::is_fifo(pipe));
-  EXPECT_EQ(folder.Count(), 1u);
+  EXPECT_EQ(FileCount(folder), 1);
   close(reader);
 }
 
@@ -196,7 +185,7 @@ TEST(Saving, AFileThatMayNotBeWrittenIsNotReplaced) {
   };
   fs::create_directory(path);
   EXPECT_THROW(replace(), HostFailure);
-  EXPECT_EQ(folder.Count(), 1u);
+  EXPECT_EQ(FileCount(folder), 1);
   fs::remove(path);
   if (geteuid() == 0) GTEST_SKIP() << "the superuser may write every file";
   WriteFile(path, "precious");

@@ -19,6 +19,7 @@
 #include "quillon/viewer/start.h"
 #include "quillon/viewer/view_control.h"
 #include "tests/support/pdf_builder.h"
+#include "tests/support/temporary_folder.h"
 #include "tests/support/test_host.h"
 
 namespace quillon {
@@ -111,10 +112,10 @@ TEST_F(ViewTest, ReplacedPermissionsAreTold) {
 }
 
 TEST_F(ViewTest, OpeningAPathAnswersNoViewWhenItCannot) {
-  const std::filesystem::path file =
-      std::filesystem::temp_directory_path() / "quillon_open_view_test.pdf";
+  const test::TemporaryFolder folder;
+  const std::string file = folder.File("a.pdf");
   std::ofstream(file, std::ios::binary) << TwoPages();
-  const PathHandle path = PathOf(file.generic_string());
+  const PathHandle path = PathOf(file);
   const DocView view = OfferedTables().viewer.OpenDocument(path, nullptr, nullptr, 0);
   ASSERT_NE(view, nullptr);
   EXPECT_FALSE(viewer::DocIsExternal(view));

@@ -59,6 +59,7 @@ using MenuItemHandle = struct MenuItemOpaque*;
 using ToolbarHandle = struct ToolbarOpaque*;
 using ToolButtonHandle = struct ToolButtonOpaque*;
 using CursorHandle = struct CursorOpaque*;
+using ModalWindowHandle = struct ModalWindowOpaque*;
 using IconHandle = struct IconOpaque*;      // a platform bitmap
 using WindowHandle = struct WindowOpaque*;  // a window of the viewer
 using PlatformWindow = void*;               // the platform's own window handle

@@ -148,77 +148,132 @@ struct SelectionServerRecord {
 // AnswerMessage: asked before a plug-in shows a message box; caption and text are host text, flags
 //   those of the box. Without a screen the host prints the message and answers it by policy; a
 //   MessageAnswer, kMessageNotAnswered when the plug-in is to show the box. Never raises.
-#define QUILLON_VIEWER_TABLE(X)                                                                 \
-  X(1, DocView, ActiveDocView, ())                                                              \
-  X(2, DocHandle, DocOf, (DocView view))                                                        \
-  X(3, void, EnumDocViews, (DocViewEnumProc proc, void* clientData))                            \
-  X(4, Boolean, DocIsExternal, (DocView view))                                                  \
-  X(5, PageView, DocPageView, (DocView view))                                                   \
-  X(6, DocView, PageViewDoc, (PageView view))                                                   \
-  X(7, WindowHandle, DocWindow, (DocView view))                                                 \
-  X(8, PlatformWindow, PlatformWindowOf, (WindowHandle window))                                 \
-  X(9, std::uint32_t, PageViewPageNumber, (PageView view))                                      \
-  X(10, std::uint32_t, FirstVisiblePage, (DocView view))                                        \
-  X(11, std::uint32_t, LastVisiblePage, (DocView view))                                         \
-  X(12, Boolean, IsPageVisible, (DocView view, std::uint32_t page))                             \
-  X(13, void, SetPageViewPage, (PageView view, std::uint32_t page))                             \
-  X(14, Fixed, PageViewZoom, (PageView view))                                                   \
-  X(15, void, PageViewAperture, (PageView view, DeviceRect * rect))                             \
-  X(16, void*, PageViewDrawState, (PageView view))                                              \
-  X(17, void, PageViewSetDrawState, (PageView view, void* state))                               \
-  X(18, void, UserToDeviceRect, (PageView view, const FixedRect* user, DeviceRect* device))     \
-  X(19, void, DeviceToUserRect, (PageView view, const DeviceRect* device, FixedRect* user))     \
-  X(20, void, AnnotDeviceRect, (PageView view, AnnotHandle annot, DeviceRect * rect))           \
-  X(21, void, InvalidateRect, (PageView view, const DeviceRect* rect))                          \
-  X(22, void, UpdateView, (PageView view))                                                      \
-  X(23, void, DrawAppearance, (PageView view, AnnotHandle annot, ObjectHandle stream))          \
-  X(24, void, RegisterAnnotHandler, (ExtensionId extension, const AnnotHandlerRecord* record))  \
-  X(25, void, RegisterTool, (ExtensionId extension, const ToolRecord* record))                  \
-  X(26, void, RegisterActionHandler,                                                            \
-    (ExtensionId extension, Atom type, const ActionHandlerRecord* record, const char* name))    \
-  X(27, const ActionHandlerRecord*, ActionHandlerOf, (Atom type))                               \
-  X(28, void, RegisterNotification,                                                             \
-    (std::uint32_t number, ExtensionId extension, Callback routine, void* clientData))          \
-  X(29, void, UnregisterNotification,                                                           \
-    (std::uint32_t number, ExtensionId extension, Callback routine, void* clientData))          \
-  X(30, void, RegisterSelectionServer,                                                          \
-    (ExtensionId extension, const SelectionServerRecord* record))                               \
-  X(31, void, RegisterDataHandler,                                                              \
-    (ExtensionId extension, Atom type, const DataHandlerRecord* record))                        \
-  X(32, MenuHandle, AcquireMenuByName, (const char* name))                                      \
-  X(33, MenuItemHandle, MenuItemByName, (const char* name))                                     \
-  X(34, MenuItemHandle, NewMenuItem,                                                            \
-    (const char* label, const char* name, MenuHandle submenu, Boolean wantsShortcut,            \
-     std::uint16_t shortcut, std::uint16_t modifiers, IconHandle icon, ExtensionId extension))  \
-  X(35, void, SetExecuteProc, (MenuItemHandle item, ExecuteProc proc, void* clientData))        \
-  X(36, void, SetComputeEnabledProc, (MenuItemHandle item, ComputeProc proc, void* clientData)) \
-  X(37, void, SetComputeMarkedProc, (MenuItemHandle item, ComputeProc proc, void* clientData))  \
-  X(38, void, AddMenuItem, (MenuHandle menu, MenuItemHandle item, std::uint16_t position))      \
-  X(39, void, ReleaseMenuItem, (MenuItemHandle item))                                           \
-  X(40, void, SetSelection, (DocView view, Atom type, void* data, Boolean highlighted))         \
-  X(41, void, ClearSelection, (DocView view, Boolean highlighted))                              \
-  X(42, Atom, SelectionType, (DocView view))                                                    \
-  X(43, void*, SelectionData, (DocView view))                                                   \
-  X(44, DocView, OpenDocument,                                                                  \
-    (PathHandle path, FileSystemHandle fileSystem, const char* title, std::uint32_t flags))     \
-  X(45, void, CloseView, (DocView view))                                                        \
-  X(46, std::uint32_t, BeginModal, (void* window))                                              \
-  X(47, void, EndModal, ())                                                                     \
-  X(48, void, Beep, (std::uint16_t sound))                                                      \
-  X(49, void, PerformAction, (ActionHandle action, DocView view))                               \
-  X(50, const char*, GetLanguage, ())                                                           \
-  X(51, MenuHandle, NewMenu, (const char* title, const char* name, ExtensionId extension))      \
-  X(52, MenuHandle, SubmenuOf, (MenuItemHandle item))                                           \
-  X(53, MenuHandle, MenuOfItem, (MenuItemHandle item))                                          \
-  X(54, std::uint16_t, MenuItemIndex, (MenuItemHandle item))                                    \
-  X(55, ToolbarHandle, GetToolbar, ())                                                          \
-  X(56, ToolButtonHandle, FindToolbarButton, (ToolbarHandle bar, Atom name))                    \
-  X(57, ToolButtonHandle, NewToolbarButton,                                                     \
-    (Atom name, IconHandle icon, std::uint32_t flags, std::uint32_t reserved))                  \
-  X(58, void, AddToolbarButton,                                                                 \
-    (ToolbarHandle bar, ToolButtonHandle button, Boolean before, ToolButtonHandle other))       \
-  X(59, std::uint32_t, ModifierKeys, ())                                                        \
-  X(60, std::uint32_t, AnswerMessage, (const char* caption, const char* text, std::uint32_t flags))
+// Views, continued
+//   AnnotAtPoint: the topmost annotation shown under a point in device units (edges inclusive);
+//     false and `annot` untouched without one. ScrollTo: the point given becomes the upper left
+//     corner of the visible part. PageViewBeginOp, PageViewEndOp: nest; changes made between them
+//     are drawn once, at the last end. DrawNow: what UpdateView does, of a window's view.
+// Painting on what is shown; without a window nothing is seen of it
+//   PageViewColor: black at first; what DrawRect fills and DrawRectOutline draws with,
+//     its width inward in device units. InvertRect: flag 1; twice is as never.
+// Mouse
+//   MouseIsDown: whether the button is held now. GetMousePosition: device units of the page view.
+//   TrackNewRect, TrackRect: follow the mouse until the button is released. `corner` 0 moves the
+//     rectangle, 1 to 4 drag its top left, top right, bottom right or bottom left corner; the last
+//     word but one is 0. True when the result differs from what was there before.
+//   GetCursor: the viewer's cursor of that number, 0 being the arrow; CurrentCursor: the one shown.
+// Tools: SetActiveTool deactivates the former tool, which LastTool names from then on, and
+//   activates the new one; raises kErrorBadParameter for a type that nobody registered.
+//   DefaultTool: the viewer's own, the hand. ToolIsEnabled: false for unknown types.
+// SetAppFlag: one of the viewer's numbered settings.
+// DoSelectionProperties: asks the selected annotation's handler for its properties dialog.
+// EditAction: the viewer's action editor; a null action makes a new one. True after OK; the action
+//   may be another one then, or null. Without a window there is no editor: false.
+// RegisterModalWindow (kind 3, 0, 0): what BeginModal takes; lives until UnregisterModalWindow.
+#define QUILLON_VIEWER_TABLE(X)                                                                    \
+  X(1, DocView, ActiveDocView, ())                                                                 \
+  X(2, DocHandle, DocOf, (DocView view))                                                           \
+  X(3, void, EnumDocViews, (DocViewEnumProc proc, void* clientData))                               \
+  X(4, Boolean, DocIsExternal, (DocView view))                                                     \
+  X(5, PageView, DocPageView, (DocView view))                                                      \
+  X(6, DocView, PageViewDoc, (PageView view))                                                      \
+  X(7, WindowHandle, DocWindow, (DocView view))                                                    \
+  X(8, PlatformWindow, PlatformWindowOf, (WindowHandle window))                                    \
+  X(9, std::uint32_t, PageViewPageNumber, (PageView view))                                         \
+  X(10, std::uint32_t, FirstVisiblePage, (DocView view))                                           \
+  X(11, std::uint32_t, LastVisiblePage, (DocView view))                                            \
+  X(12, Boolean, IsPageVisible, (DocView view, std::uint32_t page))                                \
+  X(13, void, SetPageViewPage, (PageView view, std::uint32_t page))                                \
+  X(14, Fixed, PageViewZoom, (PageView view))                                                      \
+  X(15, void, PageViewAperture, (PageView view, DeviceRect * rect))                                \
+  X(16, void*, PageViewDrawState, (PageView view))                                                 \
+  X(17, void, PageViewSetDrawState, (PageView view, void* state))                                  \
+  X(18, void, UserToDeviceRect, (PageView view, const FixedRect* user, DeviceRect* device))        \
+  X(19, void, DeviceToUserRect, (PageView view, const DeviceRect* device, FixedRect* user))        \
+  X(20, void, AnnotDeviceRect, (PageView view, AnnotHandle annot, DeviceRect * rect))              \
+  X(21, void, InvalidateRect, (PageView view, const DeviceRect* rect))                             \
+  X(22, void, UpdateView, (PageView view))                                                         \
+  X(23, void, DrawAppearance, (PageView view, AnnotHandle annot, ObjectHandle stream))             \
+  X(24, void, RegisterAnnotHandler, (ExtensionId extension, const AnnotHandlerRecord* record))     \
+  X(25, void, RegisterTool, (ExtensionId extension, const ToolRecord* record))                     \
+  X(26, void, RegisterActionHandler,                                                               \
+    (ExtensionId extension, Atom type, const ActionHandlerRecord* record, const char* name))       \
+  X(27, const ActionHandlerRecord*, ActionHandlerOf, (Atom type))                                  \
+  X(28, void, RegisterNotification,                                                                \
+    (std::uint32_t number, ExtensionId extension, Callback routine, void* clientData))             \
+  X(29, void, UnregisterNotification,                                                              \
+    (std::uint32_t number, ExtensionId extension, Callback routine, void* clientData))             \
+  X(30, void, RegisterSelectionServer,                                                             \
+    (ExtensionId extension, const SelectionServerRecord* record))                                  \
+  X(31, void, RegisterDataHandler,                                                                 \
+    (ExtensionId extension, Atom type, const DataHandlerRecord* record))                           \
+  X(32, MenuHandle, AcquireMenuByName, (const char* name))                                         \
+  X(33, MenuItemHandle, MenuItemByName, (const char* name))                                        \
+  X(34, MenuItemHandle, NewMenuItem,                                                               \
+    (const char* label, const char* name, MenuHandle submenu, Boolean wantsShortcut,               \
+     std::uint16_t shortcut, std::uint16_t modifiers, IconHandle icon, ExtensionId extension))     \
+  X(35, void, SetExecuteProc, (MenuItemHandle item, ExecuteProc proc, void* clientData))           \
+  X(36, void, SetComputeEnabledProc, (MenuItemHandle item, ComputeProc proc, void* clientData))    \
+  X(37, void, SetComputeMarkedProc, (MenuItemHandle item, ComputeProc proc, void* clientData))     \
+  X(38, void, AddMenuItem, (MenuHandle menu, MenuItemHandle item, std::uint16_t position))         \
+  X(39, void, ReleaseMenuItem, (MenuItemHandle item))                                              \
+  X(40, void, SetSelection, (DocView view, Atom type, void* data, Boolean highlighted))            \
+  X(41, void, ClearSelection, (DocView view, Boolean highlighted))                                 \
+  X(42, Atom, SelectionType, (DocView view))                                                       \
+  X(43, void*, SelectionData, (DocView view))                                                      \
+  X(44, DocView, OpenDocument,                                                                     \
+    (PathHandle path, FileSystemHandle fileSystem, const char* title, std::uint32_t flags))        \
+  X(45, void, CloseView, (DocView view))                                                           \
+  X(46, std::uint32_t, BeginModal, (void* window))                                                 \
+  X(47, void, EndModal, ())                                                                        \
+  X(48, void, Beep, (std::uint16_t sound))                                                         \
+  X(49, void, PerformAction, (ActionHandle action, DocView view))                                  \
+  X(50, const char*, GetLanguage, ())                                                              \
+  X(51, MenuHandle, NewMenu, (const char* title, const char* name, ExtensionId extension))         \
+  X(52, MenuHandle, SubmenuOf, (MenuItemHandle item))                                              \
+  X(53, MenuHandle, MenuOfItem, (MenuItemHandle item))                                             \
+  X(54, std::uint16_t, MenuItemIndex, (MenuItemHandle item))                                       \
+  X(55, ToolbarHandle, GetToolbar, ())                                                             \
+  X(56, ToolButtonHandle, FindToolbarButton, (ToolbarHandle bar, Atom name))                       \
+  X(57, ToolButtonHandle, NewToolbarButton,                                                        \
+    (Atom name, IconHandle icon, std::uint32_t flags, std::uint32_t reserved))                     \
+  X(58, void, AddToolbarButton,                                                                    \
+    (ToolbarHandle bar, ToolButtonHandle button, Boolean before, ToolButtonHandle other))          \
+  X(59, std::uint32_t, ModifierKeys, ())                                                           \
+  X(60, std::uint32_t, AnswerMessage,                                                              \
+    (const char* caption, const char* text, std::uint32_t flags))                                  \
+  X(61, Boolean, AnnotAtPoint,                                                                     \
+    (PageView view, std::int16_t x, std::int16_t y, AnnotHandle * annot))                          \
+  X(62, void, ScrollTo, (PageView view, std::int16_t x, std::int16_t y))                           \
+  X(63, void, PageViewBeginOp, (PageView view))                                                    \
+  X(64, void, PageViewEndOp, (PageView view))                                                      \
+  X(65, void, DrawNow, (WindowHandle window))                                                      \
+  X(66, void, PageViewColor, (PageView view, ColourRec * color))                                   \
+  X(67, void, PageViewSetColor, (PageView view, const ColourRec* color))                           \
+  X(68, void, DrawRect, (PageView view, const DeviceRect* rect))                                   \
+  X(69, void, DrawRectOutline, (PageView view, const DeviceRect* rect, std::uint16_t width))       \
+  X(70, void, InvertRect, (PageView view, const DeviceRect* rect, std::uint16_t flag))             \
+  X(71, Boolean, MouseIsDown, ())                                                                  \
+  X(72, void, GetMousePosition, (PageView view, std::int16_t * x, std::int16_t * y))               \
+  X(73, Boolean, TrackNewRect, (PageView view, std::int16_t x, std::int16_t y, DeviceRect * rect)) \
+  X(74, Boolean, TrackRect,                                                                        \
+    (PageView view, std::int16_t x, std::int16_t y, const DeviceRect* from, std::uint16_t corner,  \
+     std::uint32_t reserved, DeviceRect* rect))                                                    \
+  X(75, CursorHandle, GetCursor, (std::uint16_t number))                                           \
+  X(76, CursorHandle, CurrentCursor, ())                                                           \
+  X(77, void, SetCursor, (CursorHandle cursor))                                                    \
+  X(78, void, SetActiveTool, (Atom type, Boolean persistent))                                      \
+  X(79, Atom, ActiveTool, ())                                                                      \
+  X(80, Atom, LastTool, ())                                                                        \
+  X(81, Atom, DefaultTool, ())                                                                     \
+  X(82, Boolean, ToolIsEnabled, (Atom type))                                                       \
+  X(83, void, SetAppFlag, (std::uint32_t number, std::uint32_t value))                             \
+  X(84, void, DoSelectionProperties, (DocView view))                                               \
+  X(85, Boolean, EditAction, (ActionHandle * action, DocView view, const char* title))             \
+  X(86, ModalWindowHandle, RegisterModalWindow,                                                    \
+    (std::uint32_t kind, std::uint32_t reserved1, std::uint32_t reserved2, ExtensionId extension,  \
+     void* window))                                                                                \
+  X(87, void, UnregisterModalWindow, (ModalWindowHandle window))
 
 QUILLON_DECLARE_TABLE(ViewerTable, QUILLON_VIEWER_TABLE)
 

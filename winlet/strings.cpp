@@ -110,10 +110,10 @@ int Compare(LPCSTR a, LPCSTR b, bool withCase) {
   const SortKey keyA = SortKeyOf(a);
   const SortKey keyB = SortKeyOf(b);
   std::strong_ordering order = keyA.signs <=> keyB.signs;
-  if (order == 0) order = keyA.accents <=> keyB.accents;
-  if (order == 0 && withCase) order = keyA.cases <=> keyB.cases;
-  if (order == 0) order = keyA.ignored <=> keyB.ignored;
-  return (order > 0) - (order < 0);
+  if (std::is_eq(order)) order = keyA.accents <=> keyB.accents;
+  if (std::is_eq(order) && withCase) order = keyA.cases <=> keyB.cases;
+  if (std::is_eq(order)) order = keyA.ignored <=> keyB.ignored;
+  return static_cast<int>(std::is_gt(order)) - static_cast<int>(std::is_lt(order));
 }
 
 }  // namespace

@@ -31,7 +31,7 @@ struct MakingScope {
 bool JoinParent(FieldNode node, ObjectHandle parentDict) {
   FieldNode parent =
       Objects->IsIndirect(parentDict) ? FindOrMakeNode(*node->record, parentDict) : nullptr;
-  if (!FieldNodeIsValid(parent) || !LinkToParent(node, parent)) return false;
+  if (parent == nullptr || !FieldNodeIsValid(parent) || !LinkToParent(node, parent)) return false;
   if (parent->name != node->name) {
     parent->status |= kNodeNonTerminal;
   } else if (node->nextSibling == nullptr) {

@@ -26,10 +26,10 @@ ObjectHandle ValueOfName(FieldNode node, std::uint32_t bit) {
 
 ObjectHandle EntryOfAncestors(FieldNode node, std::uint32_t bit) {
   const Atom key = InheritableKey(bit);
+  const ObjectHandle form = FormDictOfObjects(node->record->objectDoc);
   for (FieldNode holder = node; holder != nullptr; holder = holder->parent) {
     if ((holder->ownEntries & bit) != 0) return Objects->DictGet(holder->dict, key);
   }
-  const ObjectHandle form = FormDictOfObjects(node->record->objectDoc);
   return IsNull(form) ? kNullObject : Objects->DictGet(form, key);
 }
 

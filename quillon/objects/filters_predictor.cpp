@@ -100,7 +100,8 @@ bool ParamsFit(const PredictorParams& params) {
 std::string UndoPredictor(std::string data, const PredictorParams& params) {
   if (params.predictor == 1) return data;
   if (!ParamsFit(params)) FailDecoding("A stream's predictor has parameters that do not fit");
-  const auto pixelBits = static_cast<std::size_t>(params.colors * params.bitsPerComponent);
+  const auto pixelBits =
+      static_cast<std::size_t>(params.colors) * static_cast<std::size_t>(params.bitsPerComponent);
   const std::size_t rowBytes = (pixelBits * static_cast<std::size_t>(params.columns) + 7) / 8;
   if (params.predictor >= kFirstPng) return UndoPng(data, rowBytes, (pixelBits + 7) / 8);
   if (params.predictor != 2) FailDecoding("A stream has an unknown predictor");

@@ -1,5 +1,6 @@
 #include "quillon/objects/stream_data.h"
 
+#include <algorithm>
 #include <array>
 #include <cstring>
 #include <vector>
@@ -170,7 +171,7 @@ std::uint32_t MakeStreamCell(Document& doc, std::string_view bytes, std::uint32_
   const std::uint32_t number = NewCell(doc.cells, CellKind::kStream);
   auto* body = AllocateArray<StreamBody>(doc.pool, 1);
   auto* data = AllocateArray<char>(doc.pool, encoded.size());
-  if (!encoded.empty()) std::memcpy(data, encoded.data(), encoded.size());
+  std::copy(encoded.begin(), encoded.end(), data);
   *body = {data, encoded.size(), true, true};
   Cell& cell = CellAt(doc.cells, number);
   cell.data = body;

@@ -157,7 +157,7 @@ FileIds WriteDocument(Document& doc, const std::string& header, Output& out) {
     out.pass(doc.source.bytes);
     return {};
   }
-  const FileIds ids = IdsFor(doc);
+  FileIds ids = IdsFor(doc);
   out.pending += header;
   out.pending += kBinaryComment;
   std::vector<XrefEntry> entries = WithFreeEntries(doc, WriteObjects(doc, out));

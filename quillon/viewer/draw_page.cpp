@@ -110,6 +110,24 @@ std::vector<AnnotHandle> AnnotsOf(DocHandle doc, std::uint32_t number) {
 
 }  // namespace
 
+Boolean AnnotAtPoint(PageView view, std::int16_t x, std::int16_t y, AnnotHandle* annot) {
+  if (annot == nullptr) Fail(kErrorBadParameter, "AnnotAtPoint needs an annotation");
+  const PageViewRecord& record = RecordOf(view);
+  const std::vector<AnnotHandle> annots = AnnotsOf(record.view->doc, record.page);
+  const auto topmost = std::find_if(annots.rbegin(), annots.rend(), [&](AnnotHandle each) {
+    const Atom subtype = document::AnnotSubtype(each);
+    if (!IsShown(document::AnnotFlags(each), subtype, AnnotHandlerOf(subtype) != nullptr)) {
+      return false;
+    }
+    DeviceRect rect{};
+    AnnotDeviceRect(view, each, &rect);
+    return x >= rect.left && x <= rect.right && y >= rect.top && y <= rect.bottom;
+  });
+  if (topmost == annots.rend()) return 0;
+  *annot = *topmost;
+  return 1;
+}
+
 void* PageViewDrawState(PageView view) {
   PageViewRecord& record = RecordOf(view);
   if (record.drawing == nullptr) return nullptr;

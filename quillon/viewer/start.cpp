@@ -13,7 +13,9 @@
 #include "quillon/viewer/open_view.h"
 #include "quillon/viewer/operations.h"
 #include "quillon/viewer/platform_operations.h"
+#include "quillon/viewer/pointer.h"
 #include "quillon/viewer/registrations.h"
+#include "quillon/viewer/tools.h"
 
 namespace quillon {
 namespace {
@@ -23,6 +25,8 @@ void ForgetPlugInThings() {
   RemoveAllSubscribers();
   ResetMenus();
   ResetModalState();
+  ResetPointer();
+  ResetTools();
   SetMessageRoutine({});
 }
 

@@ -26,6 +26,8 @@ struct PageViewRecord {
   void* drawState = nullptr;
   std::vector<DrawnAppearance>* drawing = nullptr;  // where a drawing in progress goes
   std::optional<DeviceRect> invalid;
+  std::uint32_t operations = 0;  // between PageViewBeginOp and PageViewEndOp
+  ColourRec color{};             // black
 };
 
 struct ViewSelection {

@@ -76,10 +76,26 @@ void InvalidateRect(PageView view, const DeviceRect* rect) {
 
 void UpdateView(PageView view) {
   PageViewRecord& record = RecordOf(view);
-  if (!record.invalid) return;
+  if (!record.invalid || record.operations != 0) return;
   const DeviceRect invalid = *record.invalid;
   record.invalid.reset();
   if (redraw != nullptr) redraw(HandleOf(record.view), invalid);
+}
+
+void DrawNow(WindowHandle window) { UpdateView(DocPageView(reinterpret_cast<DocView>(window))); }
+
+void ScrollTo(PageView view, std::int16_t x, std::int16_t y) {
+  const PageViewRecord& record = RecordOf(view);
+  ScrollView(HandleOf(record.view), record.scrollX + x, record.scrollY + y);
+  InvalidateRect(view, nullptr);
+}
+
+void PageViewBeginOp(PageView view) { ++RecordOf(view).operations; }
+
+void PageViewEndOp(PageView view) {
+  PageViewRecord& record = RecordOf(view);
+  if (record.operations == 0) Fail(kErrorBadParameter, "no operation was begun");
+  if (--record.operations == 0) UpdateView(view);
 }
 
 }  // namespace quillon::viewer

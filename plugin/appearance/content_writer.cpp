@@ -96,6 +96,7 @@ void AppendLine(ContentWriter& writer, const Line& line) {
     writer.text.append(line.bytes, line.length);
   } catch (const std::bad_alloc&) {
     HostString().swap(writer.text);
+    writer.lost = true;
   }
 }
 
@@ -114,6 +115,7 @@ ContentWriter NewContentWriter(const FixedRect& rect, std::uint16_t rotation) {
   writer.fontResource = kNoAtom;
   writer.icon = kNullObject;
   writer.rotation = rotation;
+  writer.lost = false;
   return writer;
 }
 
@@ -144,8 +146,10 @@ void AppendWriter(ContentWriter& target, const ContentWriter& source) {
     target.text.reserve(target.text.size() + blank + source.text.size());
     target.text.append(blank, ' ').append(source.text);
   } catch (const std::bad_alloc&) {
+    target.lost = true;
     return;
   }
+  target.lost = target.lost || source.lost;
   target.flags |= source.flags;
   if ((source.flags & kWriterUsesIcon) != 0) target.icon = source.icon;
   if ((source.flags & kWriterUsesFont) != 0) {

@@ -24,6 +24,7 @@ struct ContentWriter {
   Atom fontResource;       // the name by which the content selects it; kNoAtom: the font's own key
   ObjectHandle icon;       // the form drawn as FRM, or the null object
   std::uint16_t rotation;  // 0, 90, 180 or 270
+  bool lost;               // memory ran out once: `text` is not the whole appearance
 };
 
 // width and height of `rect` become the box, exchanged for 90 and 270.
@@ -31,7 +32,7 @@ ContentWriter NewContentWriter(const FixedRect& rect, std::uint16_t rotation);
 
 // Formats one line and appends it: %f Fixed, %d std::int32_t, %s text as a literal string, %c text
 // as it is, %n Atom as a name, %b truth value; a line is cut at 1024 bytes. When memory runs out
-// the writer is empty again. The typed arguments below are what the conversions take.
+// the writer is empty again, and what it gets from then on is never installed. The typed arguments below are what the conversions take.
 struct WriteArg {
   enum class Kind : std::uint8_t { kNumber, kText } kind;
   std::int32_t number;

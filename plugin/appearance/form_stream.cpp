@@ -64,7 +64,7 @@ bool PutResources(ObjectHandle dict, ObjectDoc doc, const ContentWriter& writer)
 }  // namespace
 
 ObjectHandle MakeFormStream(ObjectDoc doc, const ContentWriter& writer) {
-  if (writer.text.empty()) return kNullObject;
+  if (writer.text.empty() || writer.lost) return kNullObject;
   ObjectHandle result = kNullObject;
   DropFailures([&] {
     NewObject stream(NewContentStream(doc, writer));

@@ -250,6 +250,7 @@ ObjectHandle MergeMarkedContent(ObjectHandle oldStream, ContentWriter& writer,
                                 const TextAppearance& look, ObjectHandle formResources) {
   ObjectHandle result = kNullObject;
   DropFailures([&] {
+    if (writer.lost) return;
     if (writer.text.empty()) {
       BeginMarkedContent(writer, key::Tx);
       EndMarkedContent(writer);

@@ -37,7 +37,8 @@ void SettingsClose(SettingsStore* store);
 
 // A store with one section, for its own lifetime.
 struct SettingsSection {
-  explicit SettingsSection(const char* section) : store(SettingsOpen()) {
+  // Through the other constructor, so that the store is closed when the section cannot be opened.
+  explicit SettingsSection(const char* section) : SettingsSection() {
     SettingsSelectSection(store, section);
   }
   ~SettingsSection() { SettingsClose(store); }
@@ -45,6 +46,9 @@ struct SettingsSection {
   SettingsSection& operator=(const SettingsSection&) = delete;
 
   SettingsStore* store;
+
+ private:
+  SettingsSection() : store(SettingsOpen()) {}
 };
 
 // Whether a log is wanted: "General", "Debug".

@@ -56,10 +56,11 @@ void ReadFieldFlags(FieldNode node) {
 }
 
 void RecomputeOwnEntries(FieldNode node) {
-  node->ownEntries = 0;
+  std::uint32_t entries = 0;
   for (std::uint32_t bit : kInheritableBits) {
-    if (!IsNull(Objects->DictGet(node->dict, InheritableKey(bit)))) node->ownEntries |= bit;
+    if (!IsNull(Objects->DictGet(node->dict, InheritableKey(bit)))) entries |= bit;
   }
+  node->ownEntries = entries;
 }
 
 void InitFieldNode(FieldNode node) {

@@ -35,13 +35,6 @@ void SetPartialName(ObjectHandle dict, const char* name) {
   });
 }
 
-// The node and those below it, without touching their dictionaries.
-void ForgetNodes(FieldNode node) {
-  while (node->firstKid != nullptr) ForgetNodes(node->firstKid);
-  UnlinkNode(node);
-  FreeNode(node);
-}
-
 bool BearsItsName(FieldNode node) {
   NameText name;
   return FullNameTextOf(node->dict, &name) && ViewOf(name) == NameTextOf(*node->name);
@@ -108,6 +101,12 @@ void Normalise(const NodePin& pin) {
 }
 
 }  // namespace
+
+void ForgetNodes(FieldNode node) {
+  while (node->firstKid != nullptr) ForgetNodes(node->firstKid);
+  UnlinkNode(node);
+  FreeNode(node);
+}
 
 FieldNode InitFieldDict(ObjectHandle dict, const char* partialName) {
   if (!IsKind(dict, ObjectKind::kDict) || !Objects->IsIndirect(dict)) return nullptr;

@@ -1,3 +1,6 @@
+#include <optional>
+#include <vector>
+
 #include "plugin/host/form_events.h"
 #include "plugin/model/field_dicts.h"
 #include "plugin/model/field_making.h"
@@ -53,22 +56,68 @@ void JoinField(ObjectHandle field, ObjectHandle widget) {
   MoveToEnd(NeedKids(field), widget);
 }
 
-// What belongs to the field moves from its widget into a dictionary of its own.
-ObjectHandle MakeFieldOf(FieldNode field, ObjectHandle form) {
+// T, FT, Ff and the inheritable entries that the field's own dictionary has.
+std::vector<Atom> KeysOfField(FieldNode field) {
+  std::vector<Atom> keys = {key::T, key::FT, key::Ff};
+  for (std::uint32_t bit = kBitQ; bit != 0; bit >>= 1) {
+    if ((field->ownEntries & bit) != 0) keys.push_back(InheritableKey(bit));
+  }
+  return keys;
+}
+
+// A dictionary of what belongs to the field, with the field's widget as its kid. Nothing refers to
+// it yet, and the widget is as it was.
+ObjectHandle CopyOfField(FieldNode field, const std::vector<Atom>& keys) {
   const ObjectHandle old = field->dict;
   const ObjectHandle made = Objects->NewDict(field->record->objectDoc, true, kSplitCapacity);
-  PutCopy(made, key::T, Objects->DictGet(old, key::T));
-  MoveEntry(old, made, key::FT);
-  MoveEntry(old, made, key::Ff);
-  for (std::uint32_t bit = kBitQ; bit != 0; bit >>= 1) {
-    if ((field->ownEntries & bit) != 0) MoveEntry(old, made, InheritableKey(bit));
+  for (const Atom key : keys) {
+    const ObjectHandle entry = Objects->DictGet(old, key);
+    if (!IsNull(entry)) PutCopy(made, key, entry);
   }
-  RecomputeOwnEntries(field);
   const ObjectHandle above = Objects->DictGet(old, key::Parent);
   if (IsKind(above, ObjectKind::kDict)) Objects->DictPut(made, key::Parent, above);
-  ReplaceInArray(ContainerOf(made, form), old, made);
-  JoinField(made, old);
+  MoveToEnd(NeedKids(made), old);
   return made;
+}
+
+// Puts the copy in the field's place and takes from the widget what the copy has.
+void PutInPlace(FieldNode field, ObjectHandle made, const std::vector<Atom>& keys,
+                ObjectHandle form) {
+  const ObjectHandle old = field->dict;
+  ReplaceInArray(ContainerOf(made, form), old, made);
+  Objects->DictPut(old, key::Parent, made);
+  for (const Atom key : keys) {
+    if (key != key::T) RemoveEntry(old, key);
+  }
+  RecomputeOwnEntries(field);
+}
+
+// After a failure in the midst of a split: the widget is the field again, under its name and with
+// its value. Each step is tried, whatever becomes of the others.
+void UndoSplit(ObjectHandle old, ObjectHandle made, const std::vector<Atom>& keys,
+               ObjectHandle form, const std::string& name) {
+  for (const Atom key : keys) {
+    DropFailures([&] {
+      const ObjectHandle entry = Objects->DictGet(made, key);
+      if (!IsNull(entry) && !Objects->DictKnown(old, key)) PutCopy(old, key, entry);
+    });
+  }
+  DropFailures([&] {
+    const ObjectHandle above = Objects->DictGet(made, key::Parent);
+    if (IsKind(above, ObjectKind::kDict)) {
+      Objects->DictPut(old, key::Parent, above);
+    } else {
+      RemoveEntry(old, key::Parent);
+    }
+  });
+  DropFailures([&] {
+    if (FieldNode node = ExistingNodeOf(made)) ForgetNodes(node);
+  });
+  DropFailures([&] {
+    const ObjectHandle container = ContainerOf(made, form);
+    ReplaceInArray(container, made, old);
+  });
+  DropFailures([&] { InitFieldDict(old, name.c_str()); });
 }
 
 // Whether subscribers let the split field take the second widget.
@@ -85,11 +134,21 @@ std::uint32_t SplitFor(FieldNode field, ObjectHandle widget) {
   std::string name;
   if (IsNull(form) || !PartialNameOf(field->dict, &name)) return 1;
   const ObjectHandle old = field->dict;
-  const ObjectHandle made = MakeFieldOf(field, form);
-  JoinField(made, widget);
-  NodePin pin(InitFieldDict(made, name.c_str()));
-  const bool whole = pin.node != nullptr && InitFieldDict(old, nullptr) != nullptr;
-  if (whole && pin.node != nullptr && SplitIsAccepted(pin.node)) return 0;
+  const std::vector<Atom> keys = KeysOfField(field);
+  const ObjectHandle made = CopyOfField(field, keys);
+  std::optional<NodePin> pin;
+  bool whole = false;
+  const FailureCode failure = CatchFailure([&] {
+    PutInPlace(field, made, keys, form);
+    JoinField(made, widget);
+    pin.emplace(InitFieldDict(made, name.c_str()));
+    whole = pin->node != nullptr && InitFieldDict(old, nullptr) != nullptr;
+  });
+  if (failure != quillon::kErrorNone) {
+    UndoSplit(old, made, keys, form, name);
+    Raise(failure);
+  }
+  if (whole && pin->node != nullptr && SplitIsAccepted(pin->node)) return 0;
   RemoveFromArray(KidsOf(made), widget);
   RemoveEntry(widget, key::Parent);
   return 1;

@@ -25,6 +25,9 @@ std::uint32_t MergeWidgetIntoField(FieldNode field, ObjectHandle widget);
 // the node and is raised.
 FieldNode InitFieldDict(ObjectHandle dict, const char* partialName);
 
+// Frees the node and those below it, without touching their dictionaries.
+void ForgetNodes(FieldNode node);
+
 // Gives a field another type (Btn, Tx or Ch). The only widget of a field is joined with it first.
 // Flags that belong to the old type go. 0 done, 1 refused: the field has further widgets.
 std::uint32_t ChangeFieldType(FieldNode node, Atom type);

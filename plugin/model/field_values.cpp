@@ -142,12 +142,12 @@ void StoreFieldEntry(FieldNode node, std::uint32_t bit, ObjectHandle value) {
       DropFailures([&] { Objects->Destroy(copy); });
       Raise(failure);
     }
-    RecomputeOwnEntries(highest);
+    highest->ownEntries |= bit;
   }
   VisitNodesOfName(node, [&](FieldNode bearer) {
     if ((kept && bearer == highest) || !Objects->DictKnown(bearer->dict, key)) return;
     Objects->DictRemove(bearer->dict, key);
-    RecomputeOwnEntries(bearer);
+    bearer->ownEntries &= ~bit;
   });
 }
 

@@ -27,7 +27,10 @@ bool IsEmptyNode(ObjectHandle dict) {
 
 void EnterNode(PageTree* tree, ObjectHandle dict, std::uint32_t parent) {
   const std::uint32_t object = ObjectNumberOf(dict);
-  if (object != 0 && !tree->entered.insert(object).second) return;
+  if (object != 0 && !tree->entered.insert(object).second) {
+    WarnOfPdf(dict, "A part of the page tree leads back into it.");
+    return;
+  }
   const std::uint32_t depth = parent == kNoNode ? 0 : tree->nodes[parent].depth + 1;
   if (depth >= kMaxPageTreeDepth) return;
   tree->path.push_back(static_cast<std::uint32_t>(tree->nodes.size()));
@@ -35,7 +38,12 @@ void EnterNode(PageTree* tree, ObjectHandle dict, std::uint32_t parent) {
 }
 
 void Visit(PageTree* tree, ObjectHandle dict, std::uint32_t parent) {
-  if (!IsKind(dict, ObjectKind::kDict)) return;
+  if (!IsKind(dict, ObjectKind::kDict)) {
+    if (parent != kNoNode) {
+      WarnOfPdf(tree->nodes[parent].dict, "An entry of the page tree was no page.");
+    }
+    return;
+  }
   if (IsTreeNode(dict)) {
     EnterNode(tree, dict, parent);
   } else if (!IsEmptyNode(dict)) {
@@ -43,8 +51,7 @@ void Visit(PageTree* tree, ObjectHandle dict, std::uint32_t parent) {
   }
 }
 
-// Takes one step; false at the end of the tree.
-bool Step(PageTree* tree) {
+bool TakeStep(PageTree* tree) {
   if (!tree->started) {
     tree->started = true;
     Visit(tree, EntryOf(objects::DocRoot(tree->doc), Names().Pages), kNoNode);
@@ -59,6 +66,17 @@ bool Step(PageTree* tree) {
   }
   Visit(tree, objects::ArrayGet(node.kids, node.nextKid++), place);
   return true;
+}
+
+// Takes one step; false at the end of the tree. After a failure the walk begins anew and finds the
+// same pages: a step that was half done would lose what lies below it.
+bool Step(PageTree* tree) {
+  try {
+    return TakeStep(tree);
+  } catch (...) {
+    *tree = PageTree(tree->doc);
+    throw;
+  }
 }
 
 }  // namespace

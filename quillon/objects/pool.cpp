@@ -28,7 +28,7 @@ void* Allocate(Pool& pool, std::size_t size) {
   if (pool.left < bytes) {
     // Small documents stay small: the first chunk is an eighth of the others.
     const std::size_t chunk = pool.chunks.empty() ? kChunkSize / 8 : kChunkSize;
-    pool.chunks.emplace_back(new std::byte[chunk]);
+    pool.chunks.push_back(std::unique_ptr<std::byte[]>(new std::byte[chunk]));
     pool.next = pool.chunks.back().get();
     pool.left = chunk;
   }

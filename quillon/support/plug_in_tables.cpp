@@ -49,6 +49,7 @@ std::uintptr_t* WordsOf(TableHandle table, std::uint32_t slot) {
 
 void RestoreSlots() {
   for (const auto& [key, chain] : Chains()) {
+    if (chain.empty()) continue;  // memory ran out when it was begun
     key.first[key.second] = reinterpret_cast<std::uintptr_t>(chain.front());
   }
   Chains().clear();
@@ -74,6 +75,7 @@ TableHandle NewTable(TableServer server, std::uint32_t slotCount) {
 void SetSlot(TableHandle table, std::uint32_t slot, Callback routine, std::uint32_t /*flag*/) {
   std::uintptr_t* words = WordsOf(table, slot);
   std::vector<Callback>& chain = Chains()[{words, slot}];
+  chain.reserve(chain.size() + 2);
   const auto inForce = reinterpret_cast<Callback>(words[slot]);
   if (chain.empty() && inForce != nullptr) chain.push_back(inForce);
   // A routine that is in the chain already is put back in force, and what replaced it is gone;

@@ -1,5 +1,5 @@
-// `Support`: memory, fixed-point arithmetic, paths, files, byte streams, error texts, and tables
-// that plug-ins provide.
+// `Support`: memory, fixed-point arithmetic, paths, files, byte streams, error texts, and the
+// tables and file systems that plug-ins provide.
 #pragma once
 
 #include "table_macros.h"
@@ -26,6 +26,32 @@ using StreamProc = std::uint32_t (*)(void* buffer, std::uint32_t size, void* cli
 // version is not offered.
 using TableProviderProc = TableHandle (*)(TableServer server, std::uint32_t version,
                                           void* clientData);
+
+// A file system of a plug-in's own. Path texts are full ones that `resolve` answered. Any routine
+// may raise.
+struct FileSystemRecord {
+  std::uint32_t size;  // of this record
+  // The full text of a path into `buffer` (cut to capacity - 1 bytes, NUL-terminated), and its
+  // whole length; 0 when `text` names nothing that the file system could hold. A relative text is
+  // taken from the folder of the file `base`, which is null for none and may be a path of another
+  // file system.
+  std::uint32_t (*resolve)(const char* text, const char* base, char* buffer,
+                           std::uint32_t capacity);
+  // 0 and the file's own word, or an error code. `mode` is one of OpenMode.
+  FailureCode (*open)(const char* path, std::uint16_t mode, void** file);
+  // Frees the file: 0, or the code of what went wrong at the last moment. `abandoned`: nobody asked
+  // for the closing, so nothing is to come of what was written.
+  FailureCode (*close)(void* file, Boolean abandoned);
+  std::uint32_t (*read)(void* file, void* buffer, std::uint32_t size);
+  std::uint32_t (*write)(void* file, const void* bytes, std::uint32_t size);
+  std::uint32_t (*position)(void* file);
+  void (*setPosition)(void* file, std::uint32_t position);
+  std::uint32_t (*fileSize)(void* file);
+  FailureCode (*remove)(const char* path);  // null when nothing can be deleted
+};
+#if UINTPTR_MAX == 0xFFFFFFFFu
+static_assert(sizeof(FileSystemRecord) == 40);
+#endif
 
 // Memory
 //   Alloc: `size` bytes, not zeroed, aligned for any record; null when exhausted (never raises);
@@ -70,6 +96,9 @@ using TableProviderProc = TableHandle (*)(TableServer server, std::uint32_t vers
 //   SetSlot: puts a routine into a slot (1 to the slot count) of a table, the host's own included;
 //     the routine that it replaces stays reachable. `flag` is 0.
 //   CallReplaced: the routine that `current` replaced in that slot, or null.
+// File systems of plug-ins
+//   RegisterFileSystem: offers one by name, until the plug-ins are unloaded; null when the name is
+//     taken. The record stays the plug-in's and must outlive the host's last call.
 #define QUILLON_SUPPORT_TABLE(X)                                                                  \
   X(1, void*, Alloc, (std::uint32_t size))                                                        \
   X(2, void, Free, (void* block))                                                                 \
@@ -112,7 +141,9 @@ using TableProviderProc = TableHandle (*)(TableServer server, std::uint32_t vers
   X(35, TableHandle, NewTable, (TableServer server, std::uint32_t slotCount))                     \
   X(36, void, SetSlot,                                                                            \
     (TableHandle table, std::uint32_t slot, Callback routine, std::uint32_t flag))                \
-  X(37, Callback, CallReplaced, (TableHandle table, std::uint32_t slot, Callback current))
+  X(37, Callback, CallReplaced, (TableHandle table, std::uint32_t slot, Callback current))        \
+  X(38, FileSystemHandle, RegisterFileSystem,                                                     \
+    (ExtensionId extension, Atom name, const FileSystemRecord* record))
 
 QUILLON_DECLARE_TABLE(SupportTable, QUILLON_SUPPORT_TABLE)
 

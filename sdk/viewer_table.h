@@ -139,7 +139,9 @@ struct SelectionServerRecord {
 // Selection: one per view, of a type with data. SetSelection clears an earlier one first; the data
 //   then belongs to the host until the selection server's destroy (or Support.Free without one).
 // Modal state: BeginModal, EndModal nest. Beep: one of the host's sounds.
-// PerformAction: runs the handler of the action's type; raises kErrorNotOffered without one.
+// PerformAction: runs the handler of the action's type, then those of the actions that follow it as
+//   Next; types without a handler are passed over, each action is performed once. Raises
+//   kErrorNotOffered when there was nothing that could be performed, and what a handler raises.
 // OpenDocument (slot 44): opens a file in a view and makes it active; null when it cannot.
 //   `replaceable`: plug-ins replace this slot to look at files first. CloseView: closes the view,
 //   and the document with its last view.
@@ -170,6 +172,10 @@ struct SelectionServerRecord {
 // EditAction: the viewer's action editor; a null action makes a new one. True after OK; the action
 //   may be another one then, or null. Without a window there is no editor: false.
 // RegisterModalWindow (kind 3, 0, 0): what BeginModal takes; lives until UnregisterModalWindow.
+// DeliverData: data of a type that came for a view (null for none) from outside. A copy goes to the
+//   data handler registered for the type when the viewer is idle next, so that what is running now
+//   has ended by then; a view that is closed by then is handed over as null. False when nobody
+//   takes the type.
 #define QUILLON_VIEWER_TABLE(X)                                                                    \
   X(1, DocView, ActiveDocView, ())                                                                 \
   X(2, DocHandle, DocOf, (DocView view))                                                           \
@@ -273,7 +279,8 @@ struct SelectionServerRecord {
   X(86, ModalWindowHandle, RegisterModalWindow,                                                    \
     (std::uint32_t kind, std::uint32_t reserved1, std::uint32_t reserved2, ExtensionId extension,  \
      void* window))                                                                                \
-  X(87, void, UnregisterModalWindow, (ModalWindowHandle window))
+  X(87, void, UnregisterModalWindow, (ModalWindowHandle window))                                   \
+  X(88, Boolean, DeliverData, (Atom type, const void* bytes, std::uint32_t length, DocView view))
 
 QUILLON_DECLARE_TABLE(ViewerTable, QUILLON_VIEWER_TABLE)
 

@@ -29,18 +29,6 @@ struct Descriptor {
   int number;
 };
 
-// Empty when the user has no place for settings. A place that depends on the current folder does
-// not count.
-std::filesystem::path SettingsFolder() {
-  const char* configuration = std::getenv("XDG_CONFIG_HOME");
-  if (configuration != nullptr && configuration[0] == '/') {
-    return std::filesystem::path(configuration) / kFolder;
-  }
-  const char* home = std::getenv("HOME");
-  if (home == nullptr || home[0] != '/') return {};
-  return std::filesystem::path(home) / ".config" / kFolder;
-}
-
 std::optional<RegistrySettings> LoadFrom(const std::filesystem::path& path) {
   // Not to wait: somebody may have put a pipe there.
   const Descriptor file(open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
@@ -85,14 +73,25 @@ bool Replace(const std::filesystem::path& path, std::string_view bytes) {
 
 }  // namespace
 
+// A place that depends on the current folder does not count.
+std::filesystem::path UserFolder() {
+  const char* configuration = std::getenv("XDG_CONFIG_HOME");
+  if (configuration != nullptr && configuration[0] == '/') {
+    return std::filesystem::path(configuration) / kFolder;
+  }
+  const char* home = std::getenv("HOME");
+  if (home == nullptr || home[0] != '/') return {};
+  return std::filesystem::path(home) / ".config" / kFolder;
+}
+
 std::optional<RegistrySettings> LoadRegistry() {
-  const std::filesystem::path folder = SettingsFolder();
+  const std::filesystem::path folder = UserFolder();
   if (folder.empty()) return std::nullopt;
   return LoadFrom(folder / kFileName);
 }
 
 bool StoreSetting(RegistrySetting setting) {
-  const std::filesystem::path folder = SettingsFolder();
+  const std::filesystem::path folder = UserFolder();
   if (folder.empty()) return false;
   std::error_code error;
   std::filesystem::create_directories(folder, error);

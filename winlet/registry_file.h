@@ -13,6 +13,7 @@
 #pragma once
 
 #include <cstddef>
+#include <filesystem>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -36,6 +37,9 @@ std::string WriteRegistry(const RegistrySettings& settings);
 const RegistrySetting* FindSetting(const RegistrySettings& settings, std::string_view key,
                                    std::string_view name);
 void PutSetting(RegistrySettings& settings, RegistrySetting setting);
+
+// The folder of that file; empty when the user has no place for settings.
+std::filesystem::path UserFolder();
 
 // A larger file is nobody's settings.
 inline constexpr std::size_t kMostRegistryBytes = 1 << 20;

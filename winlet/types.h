@@ -10,6 +10,10 @@ using DWORD = std::uint32_t;
 using INT = int;
 using UINT = unsigned int;
 using LONG = std::int32_t;
+using UINT_PTR = std::uintptr_t;
+using WPARAM = std::uintptr_t;
+using LPARAM = std::intptr_t;
+using LRESULT = std::intptr_t;
 using LPSTR = char*;
 using LPCSTR = const char*;
 using LPVOID = void*;
@@ -28,3 +32,4 @@ using HFONT = struct HFONT__*;
 #define TRUE 1
 #define FALSE 0
 #define WINAPI
+#define CALLBACK

@@ -72,6 +72,12 @@ BOOL SetWindowPos(HWND window, HWND, int left, int top, int width, int height, U
   return TRUE;
 }
 
+HWND GetParent(HWND) { return nullptr; }
+
+HWND GetDlgItem(HWND, int) { return nullptr; }
+
+LRESULT SendMessageA(HWND, UINT, WPARAM, LPARAM) { return 0; }
+
 HWND SetFocus(HWND window) {
   if (window != nullptr && FindWindowRecord(window) == nullptr) return nullptr;
   const HWND before = focus;

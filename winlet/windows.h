@@ -17,6 +17,8 @@ struct RECT {
 #define SWP_NOZORDER 0x4u
 #define SWP_NOACTIVATE 0x10u
 #define WS_POPUP 0x80000000u
+#define WM_INITDIALOG 0x110u
+#define EM_SETSEL 0xB1u
 
 using HMENU = struct HMENU__*;
 
@@ -36,6 +38,11 @@ HWND GetDesktopWindow();
 BOOL GetWindowRect(HWND window, RECT* rect);
 // Windows have no order yet: `after` is not looked at.
 BOOL SetWindowPos(HWND window, HWND after, int left, int top, int width, int height, UINT flags);
+
+// No window has controls or takes messages yet: null, and 0.
+HWND GetParent(HWND window);
+HWND GetDlgItem(HWND dialog, int id);
+LRESULT SendMessageA(HWND window, UINT message, WPARAM word, LPARAM extra);
 
 // The window that had the keyboard before; null for none.
 HWND SetFocus(HWND window);

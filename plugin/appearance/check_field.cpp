@@ -90,12 +90,17 @@ void InstallState(const CheckBuild& build, Atom which, bool on, const ContentWri
   }
 }
 
-// MK in its older place would go with the appearances.
+// MK in its older place would go with the appearances. Other widgets may share them, so that each
+// gets a copy of its own.
 void KeepMK(AnnotHandle annot) {
   const ObjectHandle dict = Document->AnnotDict(annot);
   const ObjectHandle mk = WidgetMK(annot);
   if (IsNull(mk) || IsKind(Objects->DictGet(dict, key::MK), ObjectKind::kDict)) return;
-  ChangeAnnot(annot, key::MK, [&] { PutShared(dict, key::MK, Objects->DocumentOf(dict), mk); });
+  ChangeAnnot(annot, key::MK, [&] {
+    NewObject copy(Objects->CopyObject(mk, Objects->DocumentOf(dict)));
+    Objects->DictPut(dict, key::MK, copy.handle);
+    copy.Release();
+  });
 }
 
 void BuildStates(AnnotHandle annot, const WidgetLook& look, bool radio) {

@@ -32,7 +32,8 @@ ContentWriter NewContentWriter(const FixedRect& rect, std::uint16_t rotation);
 
 // Formats one line and appends it: %f Fixed, %d std::int32_t, %s text as a literal string, %c text
 // as it is, %n Atom as a name, %b truth value; a line is cut at 1024 bytes. When memory runs out
-// the writer is empty again, and what it gets from then on is never installed. The typed arguments below are what the conversions take.
+// the writer is empty again, and what it gets from then on is never installed. The typed arguments
+// below are what the conversions take.
 struct WriteArg {
   enum class Kind : std::uint8_t { kNumber, kText } kind;
   std::int32_t number;

@@ -1,5 +1,9 @@
 #include "plugin/frame/forms_slots.h"
 
+#include "plugin/exchange/fdf_apply.h"
+#include "plugin/exchange/fdf_writer.h"
+#include "plugin/exchange/reset.h"
+#include "plugin/exchange/url_encoding.h"
 #include "plugin/host/form_events.h"
 #include "plugin/model/field_tree.h"
 #include "plugin/model/field_values.h"
@@ -56,19 +60,23 @@ std::uint32_t SetFieldOptions(FieldNode node, ObjectHandle options) {
 
 void ResetFieldValue(FieldNode node) { quillform::ResetFieldValue(node); }
 
-// Form data cannot be exchanged yet. The callers are told so, rather than given an empty answer.
-ObjectDoc CreateFDFFromForm(DocHandle, ObjectHandle, Boolean, Boolean, Boolean, Boolean,
-                            const char*) {
-  Raise(quillon::kErrorNotOffered);
+ObjectDoc CreateFDFFromForm(DocHandle doc, ObjectHandle list, Boolean inclusion,
+                            Boolean includeEmpty, Boolean exportCommand, Boolean loadAll,
+                            const char* basePath) {
+  return quillform::CreateFDFFromForm(doc, list, inclusion != 0, includeEmpty != 0,
+                                      exportCommand != 0, loadAll != 0, basePath);
 }
 
-void WriteURLEncoded(DocHandle, ObjectHandle, Boolean, Boolean, StreamHandle) {
-  Raise(quillon::kErrorNotOffered);
+void WriteURLEncoded(DocHandle doc, ObjectHandle list, Boolean inclusion, Boolean includeEmpty,
+                     StreamHandle stream) {
+  quillform::WriteURLEncoded(doc, list, inclusion != 0, includeEmpty != 0, stream);
 }
 
-Boolean ImportFDF(DocHandle, ObjectDoc) { Raise(quillon::kErrorNotOffered); }
+Boolean ImportFDF(DocHandle doc, ObjectDoc fdf) { return Truth(quillform::ImportFDF(doc, fdf)); }
 
-void ResetFields(DocHandle, ObjectHandle, Boolean) { Raise(quillon::kErrorNotOffered); }
+void ResetFields(DocHandle doc, ObjectHandle list, Boolean inclusion) {
+  quillform::ResetFields(doc, list, inclusion != 0);
+}
 
 std::uint32_t FormEventRegister(std::uint32_t event, FormEventNotify notify,
                                 FormEventFailure failure, void* clientData) {

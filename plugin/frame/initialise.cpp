@@ -3,6 +3,11 @@
 #include "plugin/appearance/font_resources.h"
 #include "plugin/appearance/kinds.h"
 #include "plugin/appearance/text_appearance.h"
+#include "plugin/exchange/action_handlers.h"
+#include "plugin/exchange/export_command.h"
+#include "plugin/exchange/import_command.h"
+#include "plugin/exchange/pending_imports.h"
+#include "plugin/frame/about_item.h"
 #include "plugin/frame/shared_ui.h"
 #include "plugin/host/form_events.h"
 #include "plugin/host/log.h"
@@ -36,23 +41,28 @@ void RequestLinkTable() {
   Link = static_cast<quillon::LinkTable*>(Core->GetTable(name, quillon::kLinkVersion));
 }
 
+void AddFormDataItems() {
+  AddImportItem();
+  AddExportItem();
+}
+
 constexpr InitStep kInitSteps[] = {
     {"key atoms", &Done<&RegisterKeyAtoms>, false},
     {"log", &Done<&OpenLog>, false},
     {"shared record of the dialogs", &CreateSharedUi, true},
     {"form event lists", &CreateFormEventLists, true},
     {"dialog fonts", &Done<&CreateDialogFonts>, true},
-    {"About item", nullptr, false},
+    {"About item", &Done<&AddAboutItem>, false},
     {"notifications of pages and annotations", &RegisterPageNotifications, false},
     {"base fonts", &Done<&FillBaseFontTable>, false},
-    {"page actions", nullptr, false},
+    {"page actions", &RegisterFormActionHandlers, false},
     {"kinds of fields", &Done<&RegisterAppearanceKinds>, false},
     {"form tool and menus", nullptr, true},
     {"widget annotation handler", nullptr, true},
     {"notifications of documents", &RegisterFieldTreeNotifications, true},
-    {"import and export items", nullptr, false},
+    {"import and export items", &Done<&AddFormDataItems>, false},
     {"link plug-in", &Done<&RequestLinkTable>, false},
-    {"form action handlers", nullptr, true},
+    {"form action handlers", &RegisterDataActionHandlers, true},
     {"error texts", &Done<&RegisterErrorTexts>, false},
 };
 
@@ -62,6 +72,7 @@ const char* failedStep = nullptr;
 void ConnectRooms() {
   appearanceHooks.SetDefaultFormAppearance = &SetDefaultFormAppearance;
   ConnectFieldPlacement();
+  ConnectPendingImports();
 }
 
 }  // namespace

@@ -1,5 +1,6 @@
 #include "plugin/frame/unload.h"
 
+#include "plugin/exchange/pending_imports.h"
 #include "plugin/frame/shared_ui.h"
 #include "plugin/host/form_events.h"
 #include "plugin/host/log.h"
@@ -17,7 +18,7 @@ struct Release {
 };
 
 constexpr Release kReleases[] = {
-    {"waiting imports of form data", nullptr},
+    {"waiting imports of form data", &ReleasePendingImports},
     {"cursors of the widgets", nullptr},
     {"form tool", nullptr},
     {"form event lists", &DestroyFormEventLists},

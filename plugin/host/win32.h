@@ -10,6 +10,10 @@
 #define NOMINMAX
 #endif
 #include <windows.h>
+// After windows.h, which it needs.
+#include <commdlg.h>
+// The host's tables have operations of these names.
+#undef DeleteFile
 #else
 #include "winlet/winlet.h"
 #endif

@@ -49,7 +49,7 @@ void RemoveAnnotEntries(ObjectHandle dict) {
 std::uint32_t CopyWidgetField(ObjectHandle dict, FieldNode source, const char* name,
                               bool resetLook) {
   if (!IsKind(dict, ObjectKind::kDict) || !Objects->IsIndirect(dict)) return 1;
-  if (!FieldNodeIsValid(source) || source->firstKid != nullptr) return 1;
+  if (!FieldNodeIsValid(source) || HasKids(source)) return 1;
   if (Objects->Equal(dict, source->dict)) return 1;
   const bool wasAnnot = Objects->DictKnown(dict, key::Subtype);
   const std::string oldName(FieldNodeName(source));

@@ -38,6 +38,10 @@ ObjectHandle NeedKids(ObjectHandle dict) {
   return KidsOf(dict);
 }
 
+bool HasKids(FieldNode node) {
+  return node->firstKid != nullptr || (!IsNull(KidsOf(node->dict)) && !DictIsWidget(node->dict));
+}
+
 std::vector<ObjectHandle> ElementsFromEnd(ObjectHandle array) {
   std::vector<ObjectHandle> elements;
   elements.reserve(Objects->ArrayLength(array));

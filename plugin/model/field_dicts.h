@@ -12,6 +12,9 @@ namespace quillform {
 ObjectHandle KidsOf(ObjectHandle dict);
 ObjectHandle NeedKids(ObjectHandle dict);
 
+// Whether there are fields or widgets below a node, met or not. A widget's own Kids are damage.
+bool HasKids(FieldNode node);
+
 // The elements from the last to the first, for walks during which the array may change or go.
 std::vector<ObjectHandle> ElementsFromEnd(ObjectHandle array);
 

@@ -130,6 +130,8 @@ FieldNode Place(Placing& placing, std::string_view name) {
 
 // Leaves the widget without a place, and no empty fields behind.
 void TakeBack(const Placing& placing) {
+  // Whom a split was announced to may have met the widget in the place that it loses again.
+  if (FieldNode met = ExistingNodeOf(placing.widget)) ForgetNodes(met);
   if (!IsNull(placing.form)) DropFailures([&] { Detach(placing); });
   DropFailures([&] { RemoveEntry(placing.widget, key::Parent); });
   DropFailures([&] { RemoveEntry(placing.widget, key::T); });

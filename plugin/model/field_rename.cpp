@@ -39,7 +39,7 @@ void RemovePartialName(ObjectHandle widget) {
 }
 
 void CheckRename(FieldNode node, const char* name) {
-  if (!FieldNodeIsValid(node) || node->firstKid != nullptr || name == nullptr || *name == '\0') {
+  if (!FieldNodeIsValid(node) || HasKids(node) || name == nullptr || *name == '\0') {
     Raise(quillon::kErrorBadParameter);
   }
 }

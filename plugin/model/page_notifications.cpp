@@ -1,5 +1,7 @@
 #include "plugin/model/page_notifications.h"
 
+#include <optional>
+
 #include "plugin/model/document_widgets.h"
 #include "plugin/model/field_dicts.h"
 #include "plugin/model/form_dict.h"
@@ -20,10 +22,16 @@ DocHandle DocOf(AnnotHandle annot) {
   return Document->DocOfObjectDoc(Objects->DocumentOf(Document->AnnotDict(annot)));
 }
 
+bool PermitsFields(DocHandle doc) { return (Document->GetPermissions(doc) & kPermitFields) != 0; }
+
 // The document's form, made when there is none; the null object when it cannot be used.
 ObjectHandle NeedForm(DocHandle doc) {
   if (IsNull(CatalogFormOf(Document->ObjectDocOf(doc)))) CreateFormDict(doc);
   return FormDictOf(doc);
+}
+
+bool HasUnusableForm(DocHandle doc) {
+  return !IsNull(CatalogFormOf(Document->ObjectDocOf(doc))) && !DocumentHasForm(doc);
 }
 
 void TurnWithPage(AnnotHandle annot, std::uint16_t rotation) {
@@ -43,7 +51,7 @@ void OnAnnotAdded(AnnotHandle annot, std::int32_t page, Atom, FailureCode, void*
   const ObjectHandle dict = Document->AnnotDict(annot);
   const DocHandle doc = DocOf(annot);
   if (ExistingNodeOf(dict) != nullptr) return;
-  if ((Document->GetPermissions(doc) & kPermitFields) == 0) return;
+  if (!PermitsFields(doc)) return;
   PageScope scope(doc, static_cast<std::uint32_t>(page));
   if (IsNull(NeedForm(doc))) {
     const std::int32_t index = Document->AnnotIndex(scope.page, annot);
@@ -115,18 +123,19 @@ void TakeInWidgets(DocHandle doc, std::uint32_t number) {
   PageScope scope(doc, number);
   if (!HasWidgets(scope.page)) return;
   const ObjectHandle form = NeedForm(doc);
-  if (IsNull(form)) return;
-  const MergingByName merging(form);
+  std::optional<MergingByName> merging;
+  if (!IsNull(form)) merging.emplace(form);
   BulkLoad bulk(doc);
   VisitPageWidgets(scope.page, [&](PageHandle page, std::uint32_t index, AnnotHandle annot) {
-    if (FindsPlace(annot) || IsOwnButton(Document->AnnotDict(annot))) return;
+    if ((merging && FindsPlace(annot)) || IsOwnButton(Document->AnnotDict(annot))) return;
     Document->RemoveAnnot(page, index);
   });
 }
 
 void OnPagesInserted(DocHandle doc, std::int32_t after, std::uint32_t count, FailureCode error,
                      void*) {
-  if (error != quillon::kErrorNone || !FormIsUsable(doc)) return;
+  if (error != quillon::kErrorNone || !PermitsFields(doc)) return;
+  if (!FormIsUsable(doc) && !HasUnusableForm(doc)) return;
   const auto first = static_cast<std::uint32_t>(after + 1);
   for (std::uint32_t number = first; number < first + count; ++number) {
     DropFailures([&] { TakeInWidgets(doc, number); });

@@ -3,6 +3,7 @@
 #include <cstdarg>
 
 #include "plugin/host/host.h"
+#include "plugin/host/modal_scope.h"
 #include "plugin/resources/resources.h"
 
 namespace quillform {
@@ -13,19 +14,6 @@ constexpr std::uint32_t kCaptionString = 9;
 constexpr std::size_t kLongestCaption = 32;
 constexpr std::size_t kLongestFormat = 256;
 constexpr std::size_t kFormatterRoom = 1025;  // the platform's formatter writes no more
-
-// The host's modal state, and the keyboard's window, for the time of a message.
-struct ModalMessage {
-  ModalMessage() : focus(GetFocus()) { Viewer->BeginModal(nullptr); }
-  ~ModalMessage() {
-    DropFailures([] { Viewer->EndModal(); });
-    if (focus != nullptr) SetFocus(focus);
-  }
-  ModalMessage(const ModalMessage&) = delete;
-  ModalMessage& operator=(const ModalMessage&) = delete;
-
-  HWND focus;
-};
 
 int AskHost(const char* caption, const char* text, UINT flags) {
   if (Viewer->slotCount < quillon::kViewerAnswerMessageSlot) return quillon::kMessageNotAnswered;
@@ -47,7 +35,7 @@ int ShowMessage(UINT typeFlags, UINT buttonFlags, std::uint32_t stringId, ...) {
 
   const auto owner = static_cast<HWND>(Platform->DocViewWindow(Viewer->ActiveDocView()));
   const UINT flags = typeFlags | buttonFlags | MB_TASKMODAL;
-  const ModalMessage modal;
+  const ModalScope modal;
   const int answer = AskHost(caption, text, flags);
   if (answer != quillon::kMessageNotAnswered) return answer;
   return MessageBoxA(owner, text, caption, flags);

@@ -6,6 +6,7 @@
 #include "quillon/app/commands.h"
 #include "quillon/app/console.h"
 #include "quillon/app/field_listing.h"
+#include "quillon/app/open_save_options.h"
 #include "quillon/app/session.h"
 
 namespace quillon::app {
@@ -109,6 +110,7 @@ int RunFields(const FieldsArguments& arguments) {
   if (CallForms(&FormsTable::DocumentHasForm, opened.doc) == 0) {
     Fail(kErrorOpenDocument, "the document has no form that can be read");
   }
+  InspectForm(opened.doc);
   const std::vector<FieldEntry> fields = ListFields(opened.doc, &warnings);
   std::string text;
   Json list = Json::array();

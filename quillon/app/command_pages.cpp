@@ -2,6 +2,7 @@
 #include "quillon/app/commands.h"
 #include "quillon/app/console.h"
 #include "quillon/app/forms_client.h"
+#include "quillon/app/open_save_options.h"
 #include "quillon/app/page_range.h"
 #include "quillon/app/session.h"
 #include "quillon/document/open_document.h"
@@ -39,7 +40,7 @@ int Finish(const PagesArguments& arguments, std::vector<std::string> warnings) {
 // A failure that concerns the other file names it.
 DocHandle OpenOther(const std::string& file) {
   try {
-    return OpenDocumentFile(file);
+    return OpenDocumentFile(file, OptionsForOpening());
   } catch (const HostFailure& failure) {
     Fail(failure.code, Printable(file) + ": " + Describe(failure));
   }

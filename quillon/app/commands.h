@@ -19,11 +19,30 @@ struct FillArguments {
   std::string file;
   std::vector<std::string> assignments;  // NAME=VALUE
   std::string valuesFile;                // JSON, empty for none
-  std::string output;                    // empty when in place
+  std::string output;                    // empty when in place; with records, a pattern of names
+  std::string records;                   // CSV, one document a row; empty for one document
+  unsigned jobs = 0;                     // processes that fill records; 0: one a processor
   bool inPlace = false;
-  bool force = false;  // fill read-only fields too
+  bool force = false;   // fill read-only fields too, and write signed documents anew
+  bool append = false;  // write the changes behind the file's own bytes
 };
 int RunFill(const FillArguments& arguments);
+int RunFillRecords(const FillArguments& arguments);
+
+struct ExportArguments {
+  std::string file;
+  std::string output;
+  std::string format;  // fdf, json or csv; empty: by the ending of the output's name
+};
+int RunExport(const ExportArguments& arguments);
+
+struct ImportArguments {
+  std::string file;
+  std::vector<std::string> data;  // files, in the order in which they are imported
+  std::string output;
+  bool force = false;  // JSON and CSV fill read-only fields too
+};
+int RunImport(const ImportArguments& arguments);
 
 struct RenderArguments {
   std::string file;
@@ -43,6 +62,25 @@ struct PagesArguments {
   std::string output;
 };
 int RunPages(const PagesArguments& arguments);
+
+struct SubmitArguments {
+  std::string url;
+  std::string button;                    // the full name of the field
+  std::vector<std::string> assignments;  // NAME=VALUE
+  std::string output;
+  std::uint32_t timeLimit = 0;  // of one request, in seconds; 0: what is usual
+  bool verbose = false;         // tell each address before it is used
+};
+int RunSubmit(const SubmitArguments& arguments);
+
+struct ActArguments {
+  std::string file;
+  std::string field;          // its full name
+  std::string trigger = "U";  // the key of an additional action
+  std::uint32_t widget = 0;   // counted from 1; 0: the first one that has such an action
+  std::string output;         // empty: nothing is written
+};
+int RunAct(const ActArguments& arguments);
 
 int RunPlugins();
 

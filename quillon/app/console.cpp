@@ -6,6 +6,7 @@
 #include <cstdio>
 
 #include "quillon/document/text_encoding.h"
+#include "quillon/support/operations.h"
 
 namespace quillon::app {
 namespace {
@@ -50,7 +51,13 @@ std::string DescribePlace(const std::string& what, std::uint32_t objectNumber,
 }
 
 std::string Describe(const HostFailure& failure) {
-  return DescribePlace(failure.what(), failure.objectNumber, failure.offset);
+  std::string what = failure.what();
+  if (what.empty()) {
+    // A plug-in's own error has its text with the host, which knows it by its code.
+    char text[256];
+    what = support::ErrorText(failure.code, text, sizeof text);
+  }
+  return DescribePlace(what, failure.objectNumber, failure.offset);
 }
 
 std::string Printable(std::string_view utf8) {

@@ -1,6 +1,7 @@
-#include <algorithm>
+#include <utility>
 
 #include "quillon/app/console.h"
+#include "quillon/app/field_choices.h"
 #include "quillon/app/field_listing.h"
 #include "quillon/app/form_keys.h"
 #include "quillon/core/operations.h"
@@ -52,13 +53,6 @@ constexpr FlagWord kFlagWords[] = {
     {0x4000000, kChoice, "commit-on-change"},
 };
 
-// Names in files are UTF-8 by convention and single bytes in older ones.
-std::string NameText(Atom atom) {
-  const char* name = core::NameFromAtom(atom);
-  if (name == nullptr) return {};
-  return IsUtf8(name) ? name : PdfDocToUtf8(name);
-}
-
 std::string FixedText(Fixed value) {
   char buffer[32];
   const std::uint32_t length = support::FixedToText(value, buffer, sizeof buffer, 5);
@@ -72,7 +66,7 @@ bool SingleText(ObjectHandle object, std::string* text) {
       *text = PdfTextToUtf8(document::BytesOf(object));
       return true;
     case ObjectKind::kName:
-      *text = NameText(objects::NameValue(object));
+      *text = TextOfName(objects::NameValue(object));
       return true;
     case ObjectKind::kInteger:
       *text = std::to_string(objects::IntegerValue(object));
@@ -139,22 +133,6 @@ std::vector<FieldOption> ReadOptions(ObjectHandle options) {
   return read;
 }
 
-Boolean AddState(ObjectHandle key, ObjectHandle, void* clientData) {
-  auto* states = static_cast<std::vector<std::string>*>(clientData);
-  const Atom name = objects::NameValue(key);
-  std::string text = NameText(name);
-  const bool known = std::find(states->begin(), states->end(), text) != states->end();
-  if (name != Keys().Off && !known) states->push_back(std::move(text));
-  return 1;
-}
-
-// The on-states are the keys of the normal appearances (ISO 32000-1, 12.7.4.2.3).
-void ReadStates(ObjectHandle widget, std::vector<std::string>* states) {
-  const ObjectHandle appearances = document::EntryOf(widget, Keys().AP);
-  const ObjectHandle normal = document::EntryOf(appearances, Keys().N);
-  if (IsKind(normal, ObjectKind::kDict)) objects::EnumDict(normal, AddState, states);
-}
-
 WidgetPlace PlaceOf(ObjectHandle widget) {
   const AnnotHandle annot = document::AnnotFromDict(widget);
   WidgetPlace place{};
@@ -167,9 +145,13 @@ WidgetPlace PlaceOf(ObjectHandle widget) {
 
 }  // namespace
 
+FieldValueText ReadFieldValue(const FieldEntry& entry) {
+  return ValueText(CallForms(&FormsTable::GetFieldValue, entry.node), entry.kind);
+}
+
 FieldDetails ReadFieldDetails(const FieldEntry& entry) {
   FieldDetails details;
-  details.value = ValueText(CallForms(&FormsTable::GetFieldValue, entry.node), entry.kind);
+  details.value = ReadFieldValue(entry);
   details.defaultValue = ValueText(InheritedFieldEntry(entry.dict, Keys().DV), entry.kind);
   const unsigned kindBit = 1u << static_cast<unsigned>(entry.kind);
   for (const FlagWord& flag : kFlagWords) {
@@ -178,10 +160,12 @@ FieldDetails ReadFieldDetails(const FieldEntry& entry) {
     }
   }
   const bool button = entry.kind == FieldKind::kCheckBox || entry.kind == FieldKind::kRadioButton;
+  std::vector<OnState> states;
   for (const ObjectHandle widget : entry.widgets) {
     details.widgets.push_back(PlaceOf(widget));
-    if (button) ReadStates(widget, &details.states);
+    if (button) AddOnStatesOfWidget(widget, &states);
   }
+  for (OnState& state : states) details.states.push_back(std::move(state.text));
   const bool choice = entry.kind == FieldKind::kComboBox || entry.kind == FieldKind::kListBox;
   if (choice) details.options = ReadOptions(InheritedFieldEntry(entry.dict, Keys().Opt));
   if (entry.kind == FieldKind::kText) details.maxLength = MaxLengthOfField(entry.dict);

@@ -45,6 +45,8 @@ enum FieldFlag : std::uint32_t {
   kFlagRadio = 0x8000,
   kFlagPushButton = 0x10000,
   kFlagCombo = 0x20000,
+  kFlagEditable = 0x40000,
+  kFlagMultiSelect = 0x200000,
 };
 
 // The nearest entry of the dictionary or its ancestors; the null object when none has it. Chains of

@@ -7,6 +7,7 @@
 
 #include "quillon/app/commands.h"
 #include "quillon/app/console.h"
+#include "quillon/app/open_save_options.h"
 #include "quillon/app/session.h"
 
 namespace quillon::app {
@@ -14,11 +15,17 @@ namespace {
 
 struct Arguments {
   std::vector<std::string> plugIns;
+  std::string password;
+  std::string passwordFile;
   bool yes = false;
   FieldsArguments fields;
   FillArguments fill;
+  ExportArguments exporting;
+  ImportArguments importing;
   RenderArguments render;
   PagesArguments pages;
+  SubmitArguments submit;
+  ActArguments act;
 };
 
 void AddFieldsCommand(CLI::App* program, Arguments* arguments) {
@@ -41,8 +48,22 @@ void AddFillCommand(CLI::App* program, Arguments* arguments) {
   CLI::Option* output = command->add_option("-o,--output", fill.output,
                                             "Where the result goes; - for standard output");
   command->add_flag("--in-place", fill.inPlace, "Replace FILE with the result")->excludes(output);
-  command->add_flag("--force", fill.force, "Fill read-only fields too");
+  CLI::Option* records = command->add_option(
+      "--records", fill.records,
+      "A CSV file: a document for each row, -o being a pattern such as 'out/{name}.pdf'");
+  command->add_option("--jobs", fill.jobs, "How many processes fill records")
+      ->check(CLI::Range(1u, 256u))
+      ->needs(records);
+  command->add_flag("--force", fill.force,
+                    "Fill read-only fields too, and write signed documents anew");
+  command->add_flag("--append", fill.append,
+                    "Write the changes behind the file's own bytes, so that signatures hold");
   command->callback([&fill] {
+    const bool values = !fill.assignments.empty() || !fill.valuesFile.empty();
+    if (!fill.records.empty() && (values || fill.inPlace || fill.file == kStandardStream)) {
+      throw CLI::ValidationError("--records",
+                                 "takes FILE and --output, and no other values or input");
+    }
     if (!fill.inPlace && fill.output.empty()) {
       throw CLI::RequiredError("one of --output and --in-place");
     }
@@ -53,6 +74,30 @@ void AddFillCommand(CLI::App* program, Arguments* arguments) {
       throw CLI::ValidationError("--values", "the document already comes from standard input");
     }
   });
+}
+
+void AddExportCommand(CLI::App* program, ExportArguments* arguments) {
+  CLI::App* command = program->add_subcommand("export", "Write the values of a form into a file");
+  command->add_option("FILE", arguments->file, "The PDF document; - for standard input")
+      ->required();
+  command
+      ->add_option("-o,--output", arguments->output,
+                   "The file: FDF, or JSON or CSV by its name's ending; - for standard output")
+      ->required();
+  command->add_option("--format", arguments->format, "What is written, whatever the name")
+      ->check(CLI::IsMember({"fdf", "json", "csv"}));
+}
+
+void AddImportCommand(CLI::App* program, ImportArguments* arguments) {
+  CLI::App* command = program->add_subcommand("import", "Fill in a form from files of values");
+  command->add_option("FILE", arguments->file, "The PDF document; - for standard input")
+      ->required();
+  command->add_option("DATA", arguments->data, "FDF, JSON or CSV files, imported one after another")
+      ->required();
+  command
+      ->add_option("-o,--output", arguments->output, "Where the result goes; - for standard output")
+      ->required();
+  command->add_flag("--force", arguments->force, "JSON and CSV fill read-only fields too");
 }
 
 void AddRenderCommand(CLI::App* program, Arguments* arguments) {
@@ -99,12 +144,51 @@ void AddPagesCommand(CLI::App* program, PagesArguments* arguments) {
       ->required();
 }
 
+void AddSubmitCommand(CLI::App* program, SubmitArguments* arguments) {
+  CLI::App* command = program->add_subcommand(
+      "submit", "Fill in a form on the web, send it, write it as the server's answer leaves it");
+  command->add_option("URL", arguments->url, "Where the form is; http or https")->required();
+  command->add_option("--button", arguments->button, "The full name of the button that sends it")
+      ->required();
+  command->add_option("NAME=VALUE", arguments->assignments,
+                      "Full field names and their values; the first = ends the name");
+  command
+      ->add_option("-o,--output", arguments->output, "Where the result goes; - for standard output")
+      ->required();
+  command->add_option("--time-limit", arguments->timeLimit, "Seconds that one request may take")
+      ->check(CLI::Range(1u, 86400u));
+  command->add_flag("-v,--verbose", arguments->verbose, "Tell each address before it is used");
+}
+
+void AddActCommand(CLI::App* program, ActArguments* arguments) {
+  CLI::App* command = program->add_subcommand(
+      "act", "Perform what a click on a field sets off, as an action that hides or resets fields");
+  command->add_option("FILE", arguments->file, "The PDF document; - for standard input")
+      ->required();
+  command->add_option("--field", arguments->field, "The full name of the field")->required();
+  command
+      ->add_option(
+          "--trigger", arguments->trigger,
+          "U the mouse button is released (usual), D pressed, E the mouse enters, X leaves")
+      ->check(CLI::IsMember({"U", "D", "E", "X"}));
+  command
+      ->add_option("--widget", arguments->widget,
+                   "Which of the field's places, counted from 1; usually the first with an action")
+      ->check(CLI::Range(1u, 1000000u));
+  command->add_option("-o,--output", arguments->output,
+                      "Where the result goes; - for standard output; nothing is written without");
+}
+
 const std::string& FileOf(const CLI::App& program, const Arguments& arguments) {
   static const std::string none;
   if (program.got_subcommand("fields")) return arguments.fields.file;
   if (program.got_subcommand("fill")) return arguments.fill.file;
+  if (program.got_subcommand("export")) return arguments.exporting.file;
+  if (program.got_subcommand("import")) return arguments.importing.file;
   if (program.got_subcommand("render")) return arguments.render.file;
   if (program.got_subcommand("pages")) return arguments.pages.file;
+  if (program.got_subcommand("submit")) return arguments.submit.url;
+  if (program.got_subcommand("act")) return arguments.act.file;
   return none;
 }
 
@@ -118,11 +202,19 @@ std::string WhatIsWrong(const CLI::App& program, const CLI::ParseError& error) {
 }
 
 int RunCommand(const CLI::App& program, const Arguments& arguments) {
-  const Session session(arguments.plugIns, arguments.yes ? Answers::kAgreeing : Answers::kCautious);
+  UsePassword(arguments.passwordFile.empty() ? arguments.password
+                                             : PasswordFromFile(arguments.passwordFile));
+  std::vector<std::string> plugIns = arguments.plugIns;
+  if (program.got_subcommand("submit")) plugIns.insert(plugIns.begin(), LinkPlugInFile());
+  const Session session(plugIns, arguments.yes ? Answers::kAgreeing : Answers::kCautious);
   if (program.got_subcommand("fields")) return RunFields(arguments.fields);
   if (program.got_subcommand("fill")) return RunFill(arguments.fill);
+  if (program.got_subcommand("export")) return RunExport(arguments.exporting);
+  if (program.got_subcommand("import")) return RunImport(arguments.importing);
   if (program.got_subcommand("render")) return RunRender(arguments.render);
   if (program.got_subcommand("pages")) return RunPages(arguments.pages);
+  if (program.got_subcommand("submit")) return RunSubmit(arguments.submit);
+  if (program.got_subcommand("act")) return RunAct(arguments.act);
   return RunPlugins();
 }
 
@@ -131,16 +223,27 @@ int Run(int argc, char** argv) {
   program.set_version_flag("--version", "quillon " QUILLON_VERSION);
   program.require_subcommand(1);
   program.footer(
-      "Exit status: 0 done, 2 error (nothing was written), 3 done with warnings.\n"
+      "Exit status: 0 done, 2 error (nothing was written), 3 done with warnings, or some records\n"
+      "failed.\n"
       "Texts are UTF-8.");
   Arguments arguments;
   program.add_option("--plugin", arguments.plugIns, "Load this plug-in module too; repeatable")
       ->allow_extra_args(false);
   program.add_flag("--yes", arguments.yes, "Answer Yes to every question, which is No otherwise");
+  CLI::Option* password =
+      program.add_option("--password", arguments.password, "What encrypted documents open with");
+  program
+      .add_option("--password-file", arguments.passwordFile,
+                  "The same, from the first line of a file, where no list of processes shows it")
+      ->excludes(password);
   AddFieldsCommand(&program, &arguments);
   AddFillCommand(&program, &arguments);
+  AddExportCommand(&program, &arguments.exporting);
+  AddImportCommand(&program, &arguments.importing);
   AddRenderCommand(&program, &arguments);
   AddPagesCommand(&program, &arguments.pages);
+  AddSubmitCommand(&program, &arguments.submit);
+  AddActCommand(&program, &arguments.act);
   program.add_subcommand("plugins", "Tell what each plug-in that is loaded registered");
   for (CLI::App* command : program.get_subcommands({})) command->fallthrough();
   try {

@@ -8,10 +8,14 @@
 
 #include "quillon/app/console.h"
 #include "quillon/app/forms_client.h"
+#include "quillon/app/open_save_options.h"
+#include "quillon/core/guard.h"
 #include "quillon/core/host.h"
 #include "quillon/core/module.h"
 #include "quillon/core/report.h"
 #include "quillon/objects/replace_file.h"
+#include "quillon/support/operations.h"
+#include "quillon/support/paths.h"
 #include "quillon/viewer/messages.h"
 #include "quillon/viewer/open_view.h"
 #include "quillon/viewer/operations.h"
@@ -21,6 +25,7 @@ namespace quillon::app {
 namespace {
 
 constexpr const char* kFormsPlugIn = "QuillForm.so";
+constexpr const char* kLinkPlugIn = "Hopline.so";
 
 std::vector<std::string> collected;
 
@@ -52,8 +57,30 @@ void StopEverything() {
 }
 
 DocHandle OpenInput(const std::string& file) {
-  if (file == kStandardStream) return OpenDocumentBytes(ReadStandardInput());
-  return OpenDocumentFile(file);
+  const OpenOptions options = OptionsForOpening();
+  if (file == kStandardStream) return OpenDocumentBytes(ReadStandardInput(), options);
+  return OpenDocumentFile(file, options);
+}
+
+bool IsFormData(const std::string& file) {
+  constexpr std::string_view kHeader = "%FDF-";
+  if (file == kStandardStream) return false;
+  char start[kHeader.size()]{};
+  std::ifstream(file, std::ios::binary).read(start, sizeof start);
+  return std::string_view(start, sizeof start) == kHeader;
+}
+
+// The way a person opens a file, which plug-ins have put themselves into.
+DocView OpenThroughPlugIns(const std::string& file) {
+  const PathHandle path = PathOf(file);
+  DocView view = nullptr;
+  CallGuarded([&] { view = OfferedTables().viewer.OpenDocument(path, nullptr, nullptr, 0); });
+  support::ReleasePath(path);
+  if (view == nullptr) {
+    for (const std::string& why : PlugInWarnings()) PrintError("", why);
+    Fail(kErrorOpenDocument, "the form that the data belongs to was not opened");
+  }
+  return view;
 }
 
 std::string ReadAll(std::FILE* file) {
@@ -78,6 +105,16 @@ Session::Session(const std::vector<std::string>& plugIns, Answers answers) {
 
 Session::~Session() { StopEverything(); }
 
+std::string LinkPlugInFile() {
+  std::string file = FileBesideProgram(kLinkPlugIn);
+  std::error_code ignored;
+  if (!std::filesystem::exists(file, ignored)) {
+    Fail(kErrorNotOffered, std::string("the plug-in that reaches the web, ") + kLinkPlugIn +
+                               ", does not lie beside the program");
+  }
+  return file;
+}
+
 std::vector<std::string> FileWarnings(DocHandle doc) {
   std::vector<std::string> warnings;
   for (const FileWarning& warning : DocumentWarnings(doc)) {
@@ -88,9 +125,19 @@ std::vector<std::string> FileWarnings(DocHandle doc) {
 
 std::vector<std::string> PlugInWarnings() { return collected; }
 
-OpenedView::OpenedView(const std::string& file) : view(nullptr), doc(OpenInput(file)) {
-  view = OpenViewOfDocument(doc);
+OpenedView::OpenedView(const std::string& file)
+    : view(nullptr), doc(nullptr), throughData(IsFormData(file)) {
+  if (throughData) {
+    view = OpenThroughPlugIns(file);
+    doc = viewer::DocOf(view);
+  } else {
+    doc = OpenInput(file);
+    view = OpenViewOfDocument(doc);
+  }
 }
+
+OpenedView::OpenedView(DocHandle document)
+    : view(OpenViewOfDocument(document)), doc(document), throughData(false) {}
 
 OpenedView::~OpenedView() {
   try {

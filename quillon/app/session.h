@@ -25,6 +25,10 @@ struct Session {
   Session& operator=(const Session&) = delete;
 };
 
+// The plug-in that reaches the web, which only some commands need. Throws HostFailure when it does
+// not lie beside the program.
+std::string LinkPlugInFile();
+
 // What was wrong with the file but could be lived with.
 std::vector<std::string> FileWarnings(DocHandle doc);
 
@@ -32,15 +36,18 @@ std::vector<std::string> FileWarnings(DocHandle doc);
 std::vector<std::string> PlugInWarnings();
 
 // A document in a view: only then are plug-ins told of its opening and closing. "-" is the standard
-// input.
+// input. For a file of form data (FDF), the form plug-in finds the form that it belongs to and
+// fills it; why there is none, it has then told.
 struct OpenedView {
   explicit OpenedView(const std::string& file);
+  explicit OpenedView(DocHandle document);  // takes it over
   ~OpenedView();
   OpenedView(const OpenedView&) = delete;
   OpenedView& operator=(const OpenedView&) = delete;
 
   DocView view;
   DocHandle doc;
+  bool throughData;  // the file is one of form data
 };
 
 // All of the standard input.

@@ -1,5 +1,7 @@
 #include "quillon/document/annot_index.h"
 
+#include <unordered_set>
+
 #include "quillon/document/document_record.h"
 #include "quillon/document/names.h"
 #include "quillon/document/object_reading.h"
@@ -17,11 +19,19 @@ const PageAnnots& IndexPage(DocumentRecord* doc, std::uint32_t page) {
   annots.array = AnnotsArray(PageDictOf(*doc, page));
   annots.length = IsNull(annots.array) ? 0 : objects::ArrayLength(annots.array);
   annots.entries.clear();
+  std::unordered_set<std::uint32_t> listed;
   for (std::uint32_t entry = 0; entry < annots.length; ++entry) {
     const ObjectHandle annot = objects::ArrayGet(annots.array, entry);
-    if (!IsKind(annot, ObjectKind::kDict)) continue;
-    annots.entries.push_back(entry);
+    if (!IsKind(annot, ObjectKind::kDict)) {
+      WarnOfPdf(PageDictOf(*doc, page), "An entry of a page's annotations was none.");
+      continue;
+    }
     const std::uint32_t number = ObjectNumberOf(annot);
+    if (number != 0 && !listed.insert(number).second) {
+      WarnOfPdf(PageDictOf(*doc, page), "An annotation was listed twice on its page.");
+      continue;
+    }
+    annots.entries.push_back(entry);
     if (number != 0) doc->annots.places.insert_or_assign(number, AnnotPlace{page, entry});
   }
   annots.changes = PdfChangeCount(doc->objects);

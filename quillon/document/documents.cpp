@@ -24,17 +24,6 @@ bool IsOpen(DocHandle doc) {
 
 }  // namespace
 
-std::uint32_t PermissionsFromP(std::int32_t p, std::int32_t revision) {
-  const auto bits = static_cast<std::uint32_t>(p);
-  const bool annotate = (bits & 0x20) != 0;
-  const bool fill = annotate || (revision >= 3 && (bits & 0x100) != 0);
-  std::uint32_t permissions = 0;
-  if ((bits & 0x08) != 0) permissions |= kPermitEdit;
-  if (annotate) permissions |= kPermitAnnotate;
-  if (fill) permissions |= kPermitForms;
-  return permissions;
-}
-
 void EnumDocuments(DocEnumProc proc, void* clientData) {
   if (proc == nullptr) Fail(kErrorBadParameter, "EnumDocuments needs a routine");
   for (const DocHandle doc : OpenDocuments()) {
@@ -91,7 +80,7 @@ std::uint32_t GetPermissions(DocHandle doc) {
   const DocumentRecord& record = RecordOf(doc);
   if (record.permissions) return *record.permissions;
   const ObjectHandle encryption = EntryOf(TrailerOf(record.objects), Names().Encrypt);
-  if (!HasEntries(encryption)) return kPermitEverything;
+  if (!HasEntries(encryption) || OpenedAsOwner(record.objects)) return kPermitEverything;
   return PermissionsFromP(IntegerOr(EntryOf(encryption, Names().P), -1),
                           IntegerOr(EntryOf(encryption, Names().R), 0));
 }

@@ -5,7 +5,7 @@
 
 // clang-format off
 #define QUILLON_DOCUMENT_NAMES(X)                                                         \
-  X(AP) X(AS) X(Annot) X(Annots) X(B) X(BBox) X(Count) X(CropBox) X(D) X(DA) X(DOS)       \
+  X(AP) X(AS) X(Annot) X(Annots) X(B) X(BBox) X(Count) X(CropBox) X(D) X(DA) X(DOS) X(DR) \
   X(Encrypt) X(F) X(FS) X(Filespec) X(GoTo) X(ID) X(Kids) X(Mac) X(Matrix) X(MediaBox)    \
   X(N) X(P) X(Page) X(Pages) X(Parent) X(Q) X(QuillForm) X(R) X(Rect) X(Resources)        \
   X(Rotate) X(S) X(StructParent) X(StructParents) X(Subtype) X(Type) X(UF) X(URL) X(Unix) \

@@ -34,8 +34,8 @@ DocHandle OpenDocumentFile(const std::string& file, const OpenOptions& options) 
   return document::HandleOf(&record);
 }
 
-DocHandle OpenDocumentBytes(std::string bytes) {
-  const ObjectDoc objects = OpenPdfBytes(std::move(bytes), OpenOptions{}, nullptr);
+DocHandle OpenDocumentBytes(std::string bytes, const OpenOptions& options) {
+  const ObjectDoc objects = OpenPdfBytes(std::move(bytes), options, nullptr);
   return document::HandleOf(&document::AddDocument(objects));
 }
 
@@ -45,12 +45,14 @@ DocHandle OpenDocumentStream(FileHandle file) {
   return doc;
 }
 
-void SaveDocumentFile(DocHandle doc, const std::string& file) {
-  SavePdfFile(RecordOf(doc).objects, file);
+void SaveDocumentFile(DocHandle doc, const std::string& file, const SaveOptions& options) {
+  SavePdfFile(RecordOf(doc).objects, file, options);
   document::ClearFlags(doc, kDocModified);
 }
 
-std::string DocumentToBytes(DocHandle doc) { return PdfToBytes(RecordOf(doc).objects); }
+std::string DocumentToBytes(DocHandle doc, const SaveOptions& options) {
+  return PdfToBytes(RecordOf(doc).objects, options);
+}
 
 void CloseDocument(DocHandle doc) {
   DocumentRecord& record = RecordOf(doc);

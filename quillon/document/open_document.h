@@ -16,7 +16,7 @@ namespace quillon {
 
 // They throw HostFailure when the bytes are no PDF file or cannot be read. Paths are UTF-8.
 DocHandle OpenDocumentFile(const std::string& file, const OpenOptions& options = {});
-DocHandle OpenDocumentBytes(std::string bytes);
+DocHandle OpenDocumentBytes(std::string bytes, const OpenOptions& options = {});
 
 // A document that was read from an open file of any file system; the file is the document's from
 // here on.
@@ -24,10 +24,10 @@ DocHandle OpenDocumentStream(FileHandle file);
 
 // Writes the whole document, replacing the file only when everything is written. The document then
 // counts as not modified.
-void SaveDocumentFile(DocHandle doc, const std::string& file);
+void SaveDocumentFile(DocHandle doc, const std::string& file, const SaveOptions& options = {});
 
 // The document as SaveDocumentFile would write it; its flags stay.
-std::string DocumentToBytes(DocHandle doc);
+std::string DocumentToBytes(DocHandle doc, const SaveOptions& options = {});
 
 // Frees the document and every handle that belongs to it. Sends nothing: CloseView does.
 void CloseDocument(DocHandle doc);

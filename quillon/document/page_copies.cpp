@@ -100,10 +100,9 @@ InheritedEntries FindInherited(DocumentRecord* source, std::uint32_t first, std:
 }
 
 // Fields have these from their document's form dictionary, which stays behind.
-void TakeFormDefaults(DocumentRecord* source, const std::vector<ObjectHandle>& pages,
-                      ObjectDoc target) {
+void TakeFormDefaults(DocumentRecord* source, const PageCopies& copies, ObjectDoc target) {
   const ObjectHandle form = EntryOf(objects::DocRoot(source->objects), Names().QuillForm);
-  for (const ObjectHandle page : pages) {
+  for (const ObjectHandle page : copies.pages) {
     const ObjectHandle annots = AnnotsArray(page);
     const std::uint32_t count = IsNull(annots) ? 0 : objects::ArrayLength(annots);
     for (std::uint32_t i = 0; i < count; ++i) {
@@ -119,8 +118,47 @@ void TakeFormDefaults(DocumentRecord* source, const std::vector<ObjectHandle>& p
         if (IsNull(value) || objects::DictKnown(top, key) != 0) continue;
         objects::DictPut(top, key, objects::CopyObject(value, target));
       }
+      // The resources that DA names may be others under the same names where the page goes.
+      if (!IsNull(copies.fieldResources) && objects::DictKnown(top, Names().DR) == 0) {
+        objects::DictPut(top, Names().DR, copies.fieldResources);
+      }
     }
   }
+}
+
+ObjectHandle FieldResourcesOf(const DocumentRecord& source, const FieldsAbove& above) {
+  if (above.known.empty()) return kNullObject;
+  const ObjectHandle form = EntryOf(objects::DocRoot(source.objects), Names().QuillForm);
+  const ObjectHandle resources = EntryOf(form, Names().DR);
+  return IsKind(resources, ObjectKind::kDict) ? resources : kNullObject;
+}
+
+// Indirect objects are shared; what stands in its dictionary directly is copied.
+void PutShared(ObjectHandle dict, Atom key, ObjectHandle value) {
+  const ObjectDoc doc = objects::DocumentOf(dict);
+  objects::DictPut(dict, key,
+                   objects::IsIndirect(value) != 0 ? value : objects::CopyObject(value, doc));
+}
+
+Boolean AddMissing(ObjectHandle key, ObjectHandle value, void* to) {
+  const ObjectHandle known = *static_cast<ObjectHandle*>(to);
+  const Atom name = objects::NameValue(key);
+  if (objects::DictKnown(known, name) == 0) PutShared(known, name, value);
+  return 1;
+}
+
+// One kind of resources, such as all fonts.
+Boolean AddMissingKind(ObjectHandle key, ObjectHandle value, void* to) {
+  const ObjectHandle known = *static_cast<ObjectHandle*>(to);
+  const ObjectDoc doc = objects::DocumentOf(known);
+  const Atom kind = objects::NameValue(key);
+  if (!IsKind(value, ObjectKind::kDict)) return 1;
+  if (objects::DictKnown(known, kind) == 0) {
+    objects::DictPut(known, kind, objects::NewDict(doc, 0, 5));
+  }
+  ObjectHandle there = EntryOf(known, kind);
+  if (IsKind(there, ObjectKind::kDict)) objects::EnumDict(value, &AddMissing, &there);
+  return 1;
 }
 
 // What tied the page to its document, and what every page has.
@@ -144,8 +182,8 @@ void CompletePage(ObjectHandle page, ObjectDoc doc) {
 
 }  // namespace
 
-std::vector<ObjectHandle> CopyPages(DocumentRecord* source, std::uint32_t first, std::uint32_t last,
-                                    ObjectDoc target) {
+PageCopies CopyPages(DocumentRecord* source, std::uint32_t first, std::uint32_t last,
+                     ObjectDoc target) {
   CountPages(&source->pageTree);
   const FieldsAbove above = FindFieldsAbove(source, first, last);
   const InheritedEntries inherited = FindInherited(source, first, last);
@@ -156,6 +194,8 @@ std::vector<ObjectHandle> CopyPages(DocumentRecord* source, std::uint32_t first,
   const std::size_t pageCount = copied.size();
   copied.insert(copied.end(), above.fields.begin(), above.fields.end());
   copied.insert(copied.end(), inherited.values.begin(), inherited.values.end());
+  const ObjectHandle resources = FieldResourcesOf(*source, above);
+  if (!IsNull(resources)) copied.push_back(resources);
 
   std::vector<ObjectHandle> copies =
       CopyPdfObjects(source->objects, copied, ListLeftOut(*source, above, first, last), target);
@@ -165,10 +205,22 @@ std::vector<ObjectHandle> CopyPages(DocumentRecord* source, std::uint32_t first,
     const auto& [page, key] = inherited.places[i];
     objects::DictPut(copies[page], key, copies[firstValue + i]);
   }
+  PageCopies made{{}, IsNull(resources) ? kNullObject : copies.back()};
   copies.resize(pageCount);
-  for (const ObjectHandle page : copies) CompletePage(page, target);
-  TakeFormDefaults(source, copies, target);
-  return copies;
+  made.pages = std::move(copies);
+  for (const ObjectHandle page : made.pages) CompletePage(page, target);
+  TakeFormDefaults(source, made, target);
+  return made;
+}
+
+void AddFieldResources(ObjectDoc doc, ObjectHandle resources) {
+  const ObjectHandle form = EntryOf(objects::DocRoot(doc), Names().QuillForm);
+  if (!IsKind(form, ObjectKind::kDict) || !IsKind(resources, ObjectKind::kDict)) return;
+  if (!IsKind(EntryOf(form, Names().DR), ObjectKind::kDict)) {
+    objects::DictPut(form, Names().DR, objects::NewDict(doc, 0, 2));
+  }
+  ObjectHandle known = EntryOf(form, Names().DR);
+  objects::EnumDict(resources, &AddMissingKind, &known);
 }
 
 }  // namespace quillon::document

@@ -186,16 +186,20 @@ void InsertPages(DocHandle doc, std::int32_t after, DocHandle source, std::uint3
     Fail(kErrorBadParameter, "the document has no page " + std::to_string(after + 1));
   }
   const std::uint32_t count = last - first + 1;
+  ObjectHandle fieldResources = kNullObject;
   try {
-    const std::vector<ObjectHandle> pages = CopyPages(&from, first, last, target.objects);
+    const PageCopies copies = CopyPages(&from, first, last, target.objects);
+    fieldResources = copies.fieldResources;
     AdoptFormKey(target.objects, from.objects);
-    LinkPages(&target, after, pages);
+    LinkPages(&target, after, copies.pages);
     StartAfresh(&target);
   } catch (const HostFailure& failure) {
     SendNote<PagesInsertedNote>(kNotePagesInserted, doc, after, count, failure.code);
     throw;
   }
   SendNote<PagesInsertedNote>(kNotePagesInserted, doc, after, count, kErrorNone);
+  // Now that there is a form, for readers that look for the fonts of fields only there.
+  AddFieldResources(target.objects, fieldResources);
 }
 
 void DeletePages(DocHandle doc, std::uint32_t first, std::uint32_t last) {

@@ -13,8 +13,9 @@ namespace quillon {
 
 // Inserts copies of the pages `first` to `last` of another document after page `after` (-1: in
 // front). They bring what they show, their annotations, and of form fields the dictionaries above
-// their own widgets; references to pages that stay behind become null. Then sends
-// kNotePagesInserted, with the code of the failure when there was one.
+// their own widgets, with the DA, Q and DR that they had from their form; references to pages that
+// stay behind become null. Then sends kNotePagesInserted, with the code of the failure when there
+// was one, and adds the resources of that DR to the form's own where it lacks them.
 void InsertPages(DocHandle doc, std::int32_t after, DocHandle source, std::uint32_t first,
                  std::uint32_t last);
 

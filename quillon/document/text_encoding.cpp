@@ -153,6 +153,14 @@ std::string PdfDocToUtf8(std::string_view text) {
   return utf8;
 }
 
+std::string HostTextToUtf8(std::string_view text) {
+  std::string utf8;
+  for (const char byte : text) {
+    AppendUtf8(HostCharacter(static_cast<unsigned char>(byte)), &utf8);
+  }
+  return utf8;
+}
+
 void AppendUtf8(char32_t character, std::string* utf8) {
   const auto put = [utf8](char32_t byte) { *utf8 += static_cast<char>(byte); };
   if (character < 0x80) {

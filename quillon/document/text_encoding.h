@@ -38,6 +38,7 @@ std::u32string PdfTextCharacters(std::string_view text);
 std::optional<std::string> Utf8ToPdfDoc(std::string_view utf8, std::size_t* badOffset);
 std::string PdfTextToUtf8(std::string_view text);
 std::string PdfDocToUtf8(std::string_view text);
+std::string HostTextToUtf8(std::string_view text);
 
 // Appends the UTF-8 form of a character.
 void AppendUtf8(char32_t character, std::string* utf8);

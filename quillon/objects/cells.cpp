@@ -36,6 +36,9 @@ void ReleaseData(Pool& pool, Cell& cell) {
       if (body.owned) {
         Release(pool, const_cast<char*>(body.bytes), static_cast<std::size_t>(body.length));
       }
+      if (body.decrypted) {
+        Release(pool, const_cast<char*>(body.plain), static_cast<std::size_t>(body.plainLength));
+      }
       Release(pool, cell.data, sizeof(StreamBody));
       break;
     }

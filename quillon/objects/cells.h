@@ -22,8 +22,12 @@ struct DictEntry {
 struct StreamBody {
   const char* bytes;
   std::uint64_t length;
-  bool lengthKnown;  // false until the Length entry was followed and checked
-  bool owned;        // the bytes are the pool's
+  bool lengthKnown;             // false until the Length entry was followed and checked
+  bool owned;                   // the bytes are the pool's
+  bool lengthWrong = false;     // the data end elsewhere than Length says
+  bool decrypted = false;       // `plain` is what the bytes say
+  const char* plain = nullptr;  // the pool's
+  std::uint64_t plainLength = 0;
 };
 
 //               size             capacity            data

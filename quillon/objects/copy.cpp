@@ -89,7 +89,7 @@ void CopyStream(Copying& copying, std::uint32_t source, std::uint32_t target, in
   auto* body = AllocateArray<StreamBody>(copying.to.pool, 1);
   auto* bytes = AllocateArray<char>(copying.to.pool, stored.size());
   if (!stored.empty()) std::memcpy(bytes, stored.data(), stored.size());
-  *body = {bytes, stored.size(), true, true};
+  *body = StreamBody{bytes, stored.size(), true, true};
   CellAt(copying.to.cells, target).data = body;
   const Value dict = CellValue(CellAt(copying.from.cells, source).capacity);
   const Value copy = CopyNested(copying, dict, depth + 1);

@@ -3,6 +3,7 @@
 #include <array>
 
 #include "quillon/objects/form_key.h"
+#include "quillon/objects/limits.h"
 #include "quillon/objects/load.h"
 
 namespace quillon::objects {
@@ -233,6 +234,12 @@ std::uint32_t AddObject(Document& doc, const Value& value) {
 }
 
 void Warn(Document& doc, const std::string& text, std::uint32_t object, std::int64_t offset) {
+  if (doc.warnings.size() > kMaxWarnings) return;
+  if (!doc.warned.insert(std::to_string(object) + " " + text).second) return;
+  if (doc.warnings.size() == kMaxWarnings) {
+    doc.warnings.push_back({"More is wrong with the file than is told.", 0, kNoOffset});
+    return;
+  }
   doc.warnings.push_back({text, object, offset});
 }
 

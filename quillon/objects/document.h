@@ -3,9 +3,11 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <unordered_set>
 #include <vector>
 
 #include "quillon/core/failure.h"
@@ -29,6 +31,15 @@ struct ObjectStream {
   std::vector<Member> members;
 };
 
+// What reading the file has cost so far (limits.h).
+struct ReadingCosts {
+  std::uint64_t work = 0;     // bytes gone over
+  std::uint64_t kept = 0;     // bytes of decoded object streams
+  std::uint64_t entries = 0;  // of cross-references
+};
+
+struct Protection;  // security_handler.h
+
 struct Document {
   std::uint32_t number = 0;  // in handles, and as ObjectDoc
   bool isPdf = true;         // not FDF
@@ -43,17 +54,24 @@ struct Document {
   std::vector<std::string> furtherNames;  // NameCode - kFirstFurtherName
   std::unordered_map<std::uint32_t, std::unique_ptr<ObjectStream>> objectStreams;
 
-  std::uint32_t trailer = 0;   // cell of the trailer dictionary; its parent is "object 0"
-  std::uint32_t root = 0;      // object number of the catalog, 0 when it is direct
-  bool xrefStream = false;     // the newest cross-references are a stream
-  bool scanned = false;        // the objects were found by scanning
+  std::uint32_t trailer = 0;  // cell of the trailer dictionary; its parent is "object 0"
+  std::optional<std::uint64_t> startXref;  // the newest cross-references, from the header on
+  std::uint32_t root = 0;                  // object number of the catalog, 0 when it is direct
+  bool xrefStream = false;                 // the newest cross-references are a stream
+  bool scanned = false;                    // the objects were found by scanning
   NameCode formKey = kNoAtom;  // the file's own key of the form dictionary, kNoAtom: QuillForm
   std::uint32_t lentForm = 0;  // the number lent to a form dictionary that is direct in the file
+
+  std::string password;                          // given to open it; forgotten once it is open
+  std::shared_ptr<const Protection> protection;  // of an encrypted document, once its key is known
 
   bool changed = false;       // differs from `source`
   bool modified = false;      // differs from what was last saved
   std::uint64_t changes = 0;  // rises with every change
   std::vector<FileWarning> warnings;
+  std::unordered_set<std::string> warned;  // so that each thing is told once
+  ReadingCosts costs;
+  std::optional<std::size_t> lastEndStream;  // where the last "endstream" stands, npos for none
 
   std::vector<Value> elementStack;  // of the arrays and dictionaries being parsed
   std::vector<DictEntry> entryStack;
@@ -91,6 +109,7 @@ void MarkObjectChanged(Document& doc, std::uint32_t number);
 // A number of its own for a new indirect object. The value's cell gets it as its parent.
 std::uint32_t AddObject(Document& doc, const Value& value);
 
+// Each text is told once for an object, and kMaxWarnings in all (limits.h).
 void Warn(Document& doc, const std::string& text, std::uint32_t object, std::int64_t offset);
 
 // The offset in the whole file of a place in doc.text.

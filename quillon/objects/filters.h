@@ -8,8 +8,9 @@
 
 namespace quillon::objects {
 
-// More than any page content or image in use; a few bytes of input can ask for far more.
-inline constexpr std::size_t kMaxDecodedBytes = std::size_t{256} * 1024 * 1024;
+// More than the content of any page in use; pictures are not decoded here. A few bytes of input can
+// ask for far more, and each of a chain of filters holds its input and its output.
+inline constexpr std::size_t kMaxDecodedBytes = std::size_t{96} << 20;
 
 std::string DecodeFlate(std::string_view data, std::size_t limit = kMaxDecodedBytes);
 std::string DecodeLzw(std::string_view data, bool earlyChange);

@@ -3,8 +3,10 @@
 #include <cstring>
 
 #include "quillon/objects/characters.h"
+#include "quillon/objects/limits.h"
 #include "quillon/objects/parser.h"
 #include "quillon/objects/scanner.h"
+#include "quillon/objects/security_handler.h"
 
 namespace quillon::objects {
 namespace {
@@ -30,7 +32,7 @@ Value MakeStream(Document& doc, Cursor& cursor, const Value& dict, std::uint32_t
   const std::uint32_t number = NewCell(doc.cells, CellKind::kStream);
   Cell& cell = CellAt(doc.cells, number);
   auto* body = AllocateArray<StreamBody>(doc.pool, 1);
-  *body = {DataStart(cursor), 0, false, false};
+  *body = StreamBody{DataStart(cursor), 0, false, false};
   cell.parent = parent;
   cell.capacity = dict.payload;
   cell.data = body;
@@ -92,36 +94,9 @@ Value ParseObject(Document& doc, std::uint32_t number, ObjectSlot& slot) {
   return value.tag == ValueTag::kReference ? kNullValue : value;
 }
 
-// Where the data end by Length, when "endstream" does follow there; else null.
-const char* EndByLength(Document& doc, const StreamBody& body, std::uint32_t dict) {
-  const std::int32_t length = IntegerEntry(doc, dict, "Length", -1);
-  const char* end = doc.text.data() + doc.text.size();
-  if (length < 0 || end - body.bytes < length) return nullptr;
-  Cursor cursor{body.bytes + length, end, 0, nullptr, kNoOffset};
-  while (cursor.at < cursor.end && IsSpace(*cursor.at)) ++cursor.at;
-  return TakeKeyword(cursor, "endstream") ? body.bytes + length : nullptr;
-}
-
-const char* EndBySearch(Document& doc, const StreamBody& body, std::uint32_t number) {
-  const auto start = static_cast<std::size_t>(body.bytes - doc.text.data());
-  std::size_t end = doc.text.find("endstream", start);
-  if (end == std::string_view::npos) end = doc.text.find("endobj", start);
-  const std::int64_t offset = FileOffset(doc, start);
-  if (end == std::string_view::npos) {
-    Fail(kErrorBadStream, "The stream " + std::to_string(number) + " has no end.", number, offset);
-  }
-  Warn(doc, "The length of the stream " + std::to_string(number) + " is wrong.", number, offset);
-  if (end > start && doc.text[end - 1] == '\n') --end;
-  if (end > start && doc.text[end - 1] == '\r') --end;
-  return doc.text.data() + end;
-}
-
-// Of an object that cannot be read: up to its "endobj", or to the end of the file.
-std::string_view UnreadText(const Document& doc, const ObjectSlot& slot) {
-  constexpr std::string_view kEnd = "endobj";
-  const std::string_view rest = doc.text.substr(static_cast<std::size_t>(slot.position));
-  const std::size_t end = rest.find(kEnd);
-  return end == std::string_view::npos ? rest : rest.substr(0, end + kEnd.size());
+void WarnOfMissingEnd(Document& doc, std::uint32_t number, std::uint64_t position) {
+  Warn(doc, "Object " + std::to_string(number) + " has no end of its own.", number,
+       FileOffset(doc, position));
 }
 
 std::string_view TextInFile(Document& doc, std::uint32_t number, const ObjectSlot& slot) {
@@ -129,15 +104,35 @@ std::string_view TextInFile(Document& doc, std::uint32_t number, const ObjectSlo
   const char* start = cursor.at;
   std::uint16_t generation = 0;
   if (TakeObjectHeader(cursor, &generation) != number) return {};
-  if (SkipToKeyword(cursor) == "stream") {
+  std::string_view word;
+  try {
+    word = SkipToKeyword(cursor);
+  } catch (const HostFailure&) {
+    Spend(doc, static_cast<std::uint64_t>(cursor.at - start));
+    throw;
+  }
+  if (word == "stream") {
     // Its end takes reading its dictionary.
     const std::uint32_t cell = CellOf(doc, LoadObject(doc, number), CellKind::kStream);
     if (cell == 0) FailAt(cursor, "A stream has no dictionary");
-    const std::string_view data = StoredBytes(doc, cell, number);
+    const std::string_view data = FileBytes(doc, cell, number);
+    if (BodyOf(CellAt(doc.cells, cell)).lengthWrong) return {};
     cursor.at = data.data() + data.size();
     TakeKeyword(cursor, "endstream");
   }
-  if (!TakeKeyword(cursor, "endobj")) return {};
+  if (!TakeKeyword(cursor, "endobj")) {
+    WarnOfMissingEnd(doc, number, slot.position);
+    return {};
+  }
+  Spend(doc, static_cast<std::uint64_t>(cursor.at - start));
+  return {start, static_cast<std::size_t>(cursor.at - start)};
+}
+
+std::string_view MemberText(Document& doc, std::uint32_t number, const ObjectSlot& slot) {
+  Cursor cursor = MemberCursor(doc, number, slot);
+  const char* start = cursor.at;
+  SkipOneValue(cursor);
+  Spend(doc, static_cast<std::uint64_t>(cursor.at - start));
   return {start, static_cast<std::size_t>(cursor.at - start)};
 }
 
@@ -155,6 +150,7 @@ Value LoadObject(Document& doc, std::uint32_t number) {
     const LoadingMark mark(*slot);
     slot->value = ParseObject(doc, number, *slot);
   }
+  if (doc.protection) DecryptStrings(doc, number, slot->value);
   slot->loaded = true;
   return slot->value;
 }
@@ -173,6 +169,8 @@ bool ParseObjectAt(Document& doc, std::uint64_t position, std::uint32_t* number,
   if (value->tag == ValueTag::kCell && CellAt(doc.cells, value->payload).kind == CellKind::kDict &&
       TakeKeyword(cursor, "stream")) {
     *value = MakeStream(doc, cursor, *value, parent);
+  } else if (!TakeKeyword(cursor, "endobj")) {
+    WarnOfMissingEnd(doc, *found, position);
   }
   return true;
 }
@@ -184,37 +182,19 @@ Value Dereference(Document& doc, const Value& value) {
   return LoadObject(doc, value.payload);
 }
 
-std::string_view StoredBytes(Document& doc, std::uint32_t streamCell, std::uint32_t number) {
-  const Cell& cell = CellAt(doc.cells, streamCell);
-  auto& body = *static_cast<StreamBody*>(cell.data);
-  if (!body.lengthKnown) {
-    const char* end = EndByLength(doc, body, cell.capacity);
-    if (end == nullptr) end = EndBySearch(doc, body, number);
-    body.length = static_cast<std::uint64_t>(end - body.bytes);
-    body.lengthKnown = true;
-  }
-  return {body.bytes, static_cast<std::size_t>(body.length)};
-}
-
 std::string_view ObjectText(Document& doc, std::uint32_t number) {
   ObjectSlot* slot = FindSlot(doc.objects, number);
-  if (slot->state == SlotState::kCompressed) {
-    Cursor cursor = MemberCursor(doc, number, *slot);
-    const char* start = cursor.at;
-    SkipOneValue(cursor);
-    return {start, static_cast<std::size_t>(cursor.at - start)};
-  }
   const bool loadedBefore = slot->loaded;
+  // Reading it tells whether it can be read.
+  LoadObject(doc, number);
   std::string_view text;
-  try {
+  if (!slot->mended && slot->state == SlotState::kCompressed) {
+    text = MemberText(doc, number, *slot);
+  } else if (!slot->mended && slot->state == SlotState::kInFile) {
     text = TextInFile(doc, number, *slot);
-  } catch (const HostFailure& failure) {
-    // A save keeps what it does not understand.
-    Warn(doc, failure.what(), number, failure.offset);
-    text = UnreadText(doc, *slot);
   }
   if (!loadedBefore && slot->loaded) {
-    // Read for its length only: a save of a large file must not keep all its streams in memory.
+    // A save of a large file must not keep all of it in memory.
     if (slot->value.tag == ValueTag::kCell) FreeCellTree(doc.cells, doc.pool, slot->value.payload);
     slot->value = kNullValue;
     slot->loaded = false;
@@ -260,7 +240,7 @@ std::uint32_t CellOf(Document& doc, const Value& value, CellKind kind) {
   return CellAt(doc.cells, target.payload).kind == kind ? target.payload : 0;
 }
 
-// The one place where strings leave the file: what decrypts them belongs here.
+// Those of encrypted objects were decrypted when the object was read.
 std::string_view StringBytes(Document& doc, std::uint32_t stringCell) {
   Cell& cell = CellAt(doc.cells, stringCell);
   if (cell.raw) {

@@ -19,12 +19,16 @@ Value Dereference(Document& doc, const Value& value);
 // there. What it makes counts as standing in object *number.
 bool ParseObjectAt(Document& doc, std::uint64_t position, std::uint32_t* number, Value* value);
 
-// A stream's bytes as stored. `number` is the stream's object number, for errors.
+// A stream's bytes as stored, decrypted. `number` is the stream's object number.
 std::string_view StoredBytes(Document& doc, std::uint32_t streamCell, std::uint32_t number);
 
+// The same as the file has them, or as they were made (stream_extent.cpp).
+std::string_view FileBytes(Document& doc, std::uint32_t streamCell, std::uint32_t number);
+
 // The text of an object in the file, from its number to its "endobj", both included; of a member
-// of an object stream, the value alone. Empty when no such object stands where it should, or when
-// it has no end of its own.
+// of an object stream, the value alone. Empty when no such object stands where it should, when it
+// has no end of its own, and when something in it is wrong: such objects are written anew.
+// Throws HostFailure when the object cannot be read.
 std::string_view ObjectText(Document& doc, std::uint32_t number);
 
 // The members of an object stream (ISO 32000-1, 7.5.7). `number` must name one.

@@ -2,6 +2,7 @@
 // cross-reference entry of its own.
 #include <limits>
 
+#include "quillon/objects/limits.h"
 #include "quillon/objects/load.h"
 #include "quillon/objects/parser.h"
 #include "quillon/objects/stream_data.h"
@@ -24,6 +25,8 @@ std::unique_ptr<ObjectStream> ReadObjectStream(Document& doc, std::uint32_t numb
   if (cell == 0) FailStream(doc, number, "is no stream");
   auto stream = std::make_unique<ObjectStream>();
   stream->bytes = DecodedBytes(doc, cell, number);
+  CheckKept(doc, stream->bytes.size());
+  Spend(doc, stream->bytes.size());
   if (stream->bytes.size() > std::numeric_limits<std::uint32_t>::max()) {
     FailStream(doc, number, "is too long");
   }

@@ -8,6 +8,7 @@
 #include "quillon/objects/new_document.h"
 #include "quillon/objects/pdf_file.h"
 #include "quillon/objects/scanner.h"
+#include "quillon/objects/security_handler.h"
 #include "quillon/objects/xref_reader.h"
 
 namespace quillon::objects {
@@ -31,20 +32,35 @@ void FindHeader(Document& doc, const OpenOptions& options) {
 }
 
 bool CatalogIsThere(Document& doc) {
-  const Value root = EntryValue(doc, doc.trailer, "Root");
-  return CellOf(doc, root, CellKind::kDict) != 0;
+  try {
+    return CellOf(doc, EntryValue(doc, doc.trailer, "Root"), CellKind::kDict) != 0;
+  } catch (const HostFailure& failure) {
+    if (failure.code == kErrorBadFile) throw;
+    Warn(doc, failure.what(), failure.objectNumber, failure.offset);
+    return false;
+  }
+}
+
+// The cross-references could be followed, but not to the catalog.
+void FindCatalogByScanning(Document& doc) {
+  Warn(doc, "The cross-references do not lead to the catalog.", doc.root, kNoOffset);
+  doc.trailer = 0;
+  ScanDocument(doc);
 }
 
 void ReadStructure(Document& doc) {
   if (!ReadCrossReferences(doc)) {
     // FDF files do without cross-references; nothing is wrong with them.
-    if (!doc.isPdf) doc.warnings.clear();
+    if (!doc.isPdf) {
+      doc.warnings.clear();
+      doc.warned.clear();
+    }
     ScanDocument(doc);
+  } else {
+    PrepareDecryption(doc, doc.trailer);
+    if (!CatalogIsThere(doc)) FindCatalogByScanning(doc);
   }
   if (!CatalogIsThere(doc)) Fail(kErrorBadFile, "The file has no catalog.");
-  if (EntryValue(doc, doc.trailer, "Encrypt").tag != ValueTag::kNull) {
-    Fail(kErrorNotOffered, "The file is encrypted; such files cannot be opened yet.");
-  }
   PrepareCatalog(doc);
 }
 
@@ -59,8 +75,10 @@ ObjectDoc Open(SourceBytes source, const OpenOptions& options, std::vector<FileW
   Document& doc = AddDocument();
   ClosingGuard guard{&doc};
   doc.source = std::move(source);
+  doc.password = options.password;
   FindHeader(doc, options);
   ReadStructure(doc);
+  doc.password.clear();
   if (warnings != nullptr) *warnings = doc.warnings;
   guard.doc = nullptr;
   return HandleOfDocument(doc);

@@ -3,8 +3,10 @@
 #include <algorithm>
 #include <array>
 #include <cstring>
+#include <unordered_map>
 
 #include "quillon/objects/characters.h"
+#include "quillon/objects/limits.h"
 #include "quillon/objects/numbers.h"
 
 namespace quillon::objects {
@@ -144,19 +146,38 @@ Value ParseArray(Document& doc, Cursor& cursor, std::uint32_t parent, int depth)
   return CellValue(number);
 }
 
-// The last of several entries with one key counts. Looking for them is worth it in dictionaries of
-// usual sizes only; look-ups start from the end for the others.
-void PushEntry(Document& doc, std::size_t first, const DictEntry& entry) {
-  constexpr std::size_t kChecked = 64;
-  auto& stack = doc.entryStack;
-  if (stack.size() - first < kChecked) {
-    for (std::size_t i = first; i < stack.size(); ++i) {
-      if (stack[i].key != entry.key) continue;
-      stack[i].value = entry.value;
-      return;
+// Dictionaries of usual sizes are looked through; larger ones get an index.
+constexpr std::size_t kSearched = 64;
+
+struct DictReading {
+  std::size_t first;                                 // of its entries, on the stack
+  std::unordered_map<NameCode, std::size_t> places;  // on the stack, once there are many
+};
+
+std::optional<std::size_t> PlaceOfKey(const std::vector<DictEntry>& stack, DictReading& dict,
+                                      NameCode key) {
+  if (stack.size() - dict.first < kSearched) {
+    for (std::size_t i = dict.first; i < stack.size(); ++i) {
+      if (stack[i].key == key) return i;
     }
+    return std::nullopt;
   }
-  stack.push_back(entry);
+  if (dict.places.empty()) {
+    for (std::size_t i = dict.first; i < stack.size(); ++i) dict.places.emplace(stack[i].key, i);
+  }
+  const auto [place, isNew] = dict.places.emplace(key, stack.size());
+  return isNew ? std::nullopt : std::optional(place->second);
+}
+
+// The last of several entries with one key counts, as most readers have it.
+void PushEntry(Document& doc, DictReading& dict, const DictEntry& entry, const Cursor& where) {
+  auto& stack = doc.entryStack;
+  const auto known = PlaceOfKey(stack, dict, entry.key);
+  if (!known) return stack.push_back(entry);
+  Warn(doc, "A dictionary has the entry " + std::string(NameText(doc, entry.key)) + " twice.",
+       where.object, OffsetOf(where));
+  if (ObjectSlot* slot = FindSlot(doc.objects, where.object)) slot->mended = true;
+  stack[*known].value = entry.value;
 }
 
 Value ParseDict(Document& doc, Cursor& cursor, std::uint32_t parent, int depth) {
@@ -165,18 +186,19 @@ Value ParseDict(Document& doc, Cursor& cursor, std::uint32_t parent, int depth) 
   const std::uint32_t number = NewCell(doc.cells, CellKind::kDict);
   Cell& cell = CellAt(doc.cells, number);
   cell.parent = parent;
-  const std::size_t first = doc.entryStack.size();
+  DictReading reading{doc.entryStack.size(), {}};
   for (;;) {
     SkipSpace(cursor);
     if (cursor.at == cursor.end) FailAt(start, "A dictionary has no end");
     if (*cursor.at == '>') break;
     if (*cursor.at != '/') FailAt(cursor, "A dictionary has an entry without a name");
+    const Cursor entry = cursor;
     const NameCode key = ParseName(doc, cursor);
     const Value value = ParseNested(doc, cursor, number, depth + 1);
-    PushEntry(doc, first, {key, value});
+    PushEntry(doc, reading, {key, value}, entry);
   }
   cursor.at += cursor.end - cursor.at > 1 && cursor.at[1] == '>' ? 2 : 1;
-  MoveFromStack(doc, &doc.entryStack, first, cell);
+  MoveFromStack(doc, &doc.entryStack, reading.first, cell);
   return CellValue(number);
 }
 
@@ -230,7 +252,16 @@ void FailAt(const Cursor& cursor, const std::string& what) {
 Value ParseValue(Document& doc, Cursor& cursor, std::uint32_t parent) {
   doc.elementStack.clear();
   doc.entryStack.clear();
-  return ParseNested(doc, cursor, parent, 0);
+  const char* start = cursor.at;
+  try {
+    const Value value = ParseNested(doc, cursor, parent, 0);
+    Spend(doc, static_cast<std::uint64_t>(cursor.at - start));
+    CheckCells(doc);
+    return value;
+  } catch (const HostFailure&) {
+    Spend(doc, static_cast<std::uint64_t>(cursor.at - start));
+    throw;
+  }
 }
 
 }  // namespace quillon::objects

@@ -11,12 +11,18 @@ using objects::Document;
 using objects::DocumentOfHandle;
 using objects::SlotState;
 
-std::string PdfToBytes(ObjectDoc handle) {
+std::string PdfToBytes(ObjectDoc handle, const SaveOptions& options) {
   Document& doc = DocumentOfHandle(handle);
   std::string bytes;
   objects::Output out{[&bytes](std::string_view piece) { bytes += piece; }, {}, 0};
-  objects::WriteDocument(doc, doc.header, out);
+  options.append ? objects::WriteUpdate(doc, out) : objects::WriteDocument(doc, doc.header, out);
   return bytes;
+}
+
+void WarnOfPdf(ObjectHandle object, const std::string& text) {
+  const objects::Target target = objects::TargetOf(object);
+  if (target.doc == nullptr) return;
+  Warn(*target.doc, text, target.number, FileOffsetOf(object));
 }
 
 bool PdfModified(ObjectDoc doc) { return DocumentOfHandle(doc).modified; }

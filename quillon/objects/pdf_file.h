@@ -21,13 +21,15 @@ struct FileWarning {
 
 struct OpenOptions {
   std::string header = "%PDF-";  // what the file must begin with; up to 1,024 bytes may precede it
-  std::string password;          // empty: the one that every file without a password has
+  std::string password;          // UTF-8, the user's or the owner's; the empty one is tried too
 };
 
 // `file` is UTF-8. Objects are read when they are first touched, so the file must stay as it is
 // until ClosePdf; saving over it is safe (the new file is another one under the same name).
 // `warnings` may be null; it gets those of the opening itself.
-// kErrorOpenFile: cannot be read; kErrorBadHeader: not such a file; kErrorBadFile: no catalog.
+// kErrorOpenFile: cannot be read; kErrorBadHeader: not such a file; kErrorBadFile: no catalog, or
+// made to do harm; kErrorPassword: encrypted, and the password does not open it; kErrorNotOffered:
+// encrypted in an unknown way.
 ObjectDoc OpenPdfFile(const std::string& file, const OpenOptions& options,
                       std::vector<FileWarning>* warnings);
 ObjectDoc OpenPdfBytes(std::string bytes, const OpenOptions& options,
@@ -36,19 +38,33 @@ ObjectDoc OpenPdfBytes(std::string bytes, const OpenOptions& options,
 // A document with a catalog and an empty page tree.
 ObjectDoc NewPdf();
 
+// Whether the document is encrypted and was opened with the password of its owner, whom it
+// restricts in nothing. One that is the user's too counts as the user's.
+bool OpenedAsOwner(ObjectDoc doc);
+
 // All warnings so far, those found when objects were touched later included.
 const std::vector<FileWarning>& PdfWarnings(ObjectDoc doc);
+
+// Adds one, told once, for what is wrong beyond the objects themselves.
+void WarnOfPdf(ObjectHandle object, const std::string& text);
 
 void ClosePdf(ObjectDoc doc);
 void CloseAllPdfs();
 std::size_t OpenPdfCount();  // FDF documents included
 
+struct SaveOptions {
+  // Writes what changed after the file's own bytes instead of writing all anew, so that signatures
+  // over them still hold. kErrorNotOffered for a file whose cross-references are damaged, and for
+  // a document that is no file yet.
+  bool append = false;
+};
+
 // The whole document as a file. A document without changes gives the bytes it was read from.
-std::string PdfToBytes(ObjectDoc doc);
+std::string PdfToBytes(ObjectDoc doc, const SaveOptions& options = {});
 
 // Writes a file beside `file`, then puts it in its place, so that `file` is whole at every moment.
 // The permissions of a replaced file are kept. The document then counts as not modified.
-void SavePdfFile(ObjectDoc doc, const std::string& file);
+void SavePdfFile(ObjectDoc doc, const std::string& file, const SaveOptions& options = {});
 
 // Whether something changed since the document was opened or last saved with SavePdfFile.
 bool PdfModified(ObjectDoc doc);

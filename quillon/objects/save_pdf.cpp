@@ -4,12 +4,13 @@
 
 namespace quillon {
 
-void SavePdfFile(ObjectDoc handle, const std::string& file) {
+void SavePdfFile(ObjectDoc handle, const std::string& file, const SaveOptions& options) {
   objects::Document& doc = objects::DocumentOfHandle(handle);
   objects::FileIds ids;
   objects::ReplaceFile(file, [&](const objects::TakeBytes& take) {
     objects::Output out{take, {}, 0};
-    ids = objects::WriteDocument(doc, doc.header, out);
+    ids = options.append ? objects::WriteUpdate(doc, out)
+                         : objects::WriteDocument(doc, doc.header, out);
   });
   objects::SetFileIds(doc, ids);
   doc.modified = false;

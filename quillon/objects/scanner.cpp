@@ -1,22 +1,27 @@
 #include "quillon/objects/scanner.h"
 
+#include <algorithm>
 #include <optional>
 
 #include "quillon/objects/characters.h"
 #include "quillon/objects/dictionary.h"
 #include "quillon/objects/load.h"
 #include "quillon/objects/parser.h"
+#include "quillon/objects/security_handler.h"
+#include "quillon/objects/stream_extent.h"
 #include "quillon/objects/xref_reader.h"
 
 namespace quillon::objects {
 namespace {
 
-constexpr std::string_view kEndStream = "endstream";
+// Each update of a file adds a trailer. Older ones than these tell nothing that the newest do not.
+constexpr std::size_t kMaxTrailers = 32;
 
 struct FoundObject {
   std::uint32_t number;
   std::uint16_t generation;
   std::uint64_t position;
+  bool hasStream = false;
 };
 
 struct Findings {
@@ -46,7 +51,7 @@ std::optional<FoundObject> HeaderEndingAt(const Document& doc, std::size_t keywo
   std::uint16_t generation = 0;
   const auto number = TakeObjectHeader(cursor, &generation);
   if (!number) return std::nullopt;
-  return FoundObject{*number, generation, start};
+  return FoundObject{*number, generation, start, false};
 }
 
 bool IsAt(std::string_view text, std::size_t at, std::string_view word) {
@@ -62,32 +67,39 @@ std::size_t DataEndByLength(const Document& doc, std::string_view dict, std::siz
   const auto length = TakeUnsigned(cursor);
   if (!length || *length > doc.text.size() - data) return std::string_view::npos;
   const std::size_t after = data + static_cast<std::size_t>(*length);
-  Cursor end = CursorAt(doc, after, 0);
-  while (end.at < end.end && IsSpace(*end.at)) ++end.at;
-  return TakeKeyword(end, kEndStream) ? after : std::string_view::npos;
+  return EndStreamFollows(doc, after) ? after : std::string_view::npos;
 }
 
-// At the keyword "stream": notes what kind of stream it is; answers where to go on.
-std::size_t PassStream(const Document& doc, std::size_t keyword, Findings* findings) {
+// Whether "stream" is the keyword: "endstream" ends like it.
+bool IsStreamKeyword(const Document& doc, std::size_t keyword) {
   const std::size_t after = keyword + 6;
-  if (findings->objects.empty() || after >= doc.text.size() ||
-      (doc.text[after] != '\r' && doc.text[after] != '\n')) {
+  return after < doc.text.size() && (doc.text[after] == '\r' || doc.text[after] == '\n') &&
+         (keyword == 0 || !IsRegular(doc.text[keyword - 1]));
+}
+
+// At the keyword "stream": notes what kind of stream it is; answers where to go on. An object has
+// one stream: the word in data whose end was not found is none.
+std::size_t PassStream(Document& doc, std::size_t keyword, Findings* findings) {
+  const std::size_t after = keyword + 6;
+  if (!IsStreamKeyword(doc, keyword) || findings->objects.empty() ||
+      findings->objects.back().hasStream) {
     return after;
   }
-  const FoundObject& object = findings->objects.back();
+  FoundObject& object = findings->objects.back();
+  object.hasStream = true;
   const auto start = static_cast<std::size_t>(object.position);
   const std::string_view dict = doc.text.substr(start, keyword - start);
   if (dict.find("/ObjStm") != std::string_view::npos) findings->objectStreams.push_back(object);
   if (dict.find("/XRef") != std::string_view::npos) findings->xrefStreams.push_back(object);
   const bool crLf = doc.text[after] == '\r' && IsAt(doc.text, after + 1, "\n");
   const std::size_t data = after + (crLf ? 2 : 1);
-  std::size_t end = DataEndByLength(doc, dict, data);
-  if (end == std::string_view::npos) end = data;
-  end = doc.text.find(kEndStream, end);
-  return end == std::string_view::npos ? data : end + kEndStream.size();
+  const std::size_t byLength = DataEndByLength(doc, dict, data);
+  if (byLength != std::string_view::npos) return byLength;
+  const StreamEnd end = SearchStreamEnd(doc, data);
+  return end.found ? end.data : data;
 }
 
-Findings ReadThrough(const Document& doc) {
+Findings ReadThrough(Document& doc) {
   Findings findings;
   const std::string_view text = doc.text;
   for (std::size_t at = 0; at < text.size();) {
@@ -151,74 +163,133 @@ void EnterObjects(Document& doc, const Findings& findings) {
     ObjectSlot& slot = SlotFor(doc.objects, found.number);
     if (slot.position == found.position) slot.structure = true;
   }
+}
+
+void EnterAllMembers(Document& doc, const Findings& findings) {
   for (const FoundObject& container : findings.objectStreams) {
     try {
       EnterMembers(doc, container);
     } catch (const HostFailure& failure) {
+      if (failure.code == kErrorBadFile) throw;
       Warn(doc, failure.what(), container.number, FileOffset(doc, container.position));
     }
+    const ObjectSlot* slot = FindSlot(doc.objects, container.number);
+    if (slot != nullptr && InUse(*slot)) doc.xrefStream = true;
   }
 }
 
-// The dictionary at a place, when it names a catalog; 0 otherwise.
+// The dictionary at a place, a trailer's or a cross-reference stream's; 0 when none can be read.
 std::uint32_t TrailerAt(Document& doc, std::uint64_t position) {
   try {
     Cursor cursor = CursorAt(doc, position, 0);
     std::uint32_t number = 0;
     Value value = kNullValue;
-    std::uint32_t dict = 0;
-    if (ParseObjectAt(doc, position, &number, &value)) {
-      const std::uint32_t stream = CellOf(doc, value, CellKind::kStream);
-      if (stream != 0) dict = CellAt(doc.cells, stream).capacity;
-    } else {
-      dict = CellOf(doc, ParseValue(doc, cursor, kIndirectParent), CellKind::kDict);
+    if (!ParseObjectAt(doc, position, &number, &value)) {
+      return CellOf(doc, ParseValue(doc, cursor, kIndirectParent), CellKind::kDict);
     }
-    if (dict == 0 || EntryValue(doc, dict, "Root").tag == ValueTag::kNull) return 0;
-    return dict;
+    const std::uint32_t stream = CellOf(doc, value, CellKind::kStream);
+    return stream == 0 ? 0 : CellAt(doc.cells, stream).capacity;
   } catch (const HostFailure& failure) {
+    if (failure.code == kErrorBadFile) throw;
     Warn(doc, failure.what(), failure.objectNumber, failure.offset);
     return 0;
   }
 }
 
-bool LooksLikeCatalog(Document& doc, std::uint32_t number) {
+// The newest first. In a file that has both kinds, the trailers come first: they are later or
+// equal.
+std::vector<std::uint32_t> ReadTrailers(Document& doc, const Findings& findings) {
+  std::vector<std::uint32_t> dicts;
+  const auto add = [&](std::uint64_t position) {
+    if (dicts.size() >= kMaxTrailers) return;
+    const std::uint32_t dict = TrailerAt(doc, position);
+    if (dict != 0) dicts.push_back(dict);
+  };
+  const std::size_t tried = std::min(findings.trailers.size(), kMaxTrailers);
+  for (std::size_t i = 1; i <= tried; ++i) add(findings.trailers[findings.trailers.size() - i]);
+  for (std::size_t i = findings.xrefStreams.size(); i > 0; --i) {
+    add(findings.xrefStreams[i - 1].position);
+  }
+  return dicts;
+}
+
+// The dictionary that an object is; 0 for others and for what cannot be read.
+std::uint32_t DictOf(Document& doc, std::uint32_t number) {
   try {
-    const std::uint32_t dict = CellOf(doc, LoadObject(doc, number), CellKind::kDict);
-    if (dict == 0) return false;
-    if (!doc.isPdf) return CellOf(doc, EntryValue(doc, dict, "FDF"), CellKind::kDict) != 0;
-    const Value type = Dereference(doc, EntryValue(doc, dict, "Type"));
-    return type.tag == ValueTag::kName && NameText(doc, type.payload) == "Catalog";
-  } catch (const HostFailure&) {
+    return CellOf(doc, LoadObject(doc, number), CellKind::kDict);
+  } catch (const HostFailure& failure) {
+    if (failure.code == kErrorBadFile) throw;
+    return 0;
+  }
+}
+
+bool LooksLikeCatalog(Document& doc, std::uint32_t number) {
+  const std::uint32_t dict = DictOf(doc, number);
+  if (dict == 0) return false;
+  if (!doc.isPdf) return EntryValue(doc, dict, "FDF") != kNullValue;
+  const Value type = EntryValue(doc, dict, "Type");
+  return type.tag == ValueTag::kName && NameText(doc, type.payload) == "Catalog";
+}
+
+std::uint32_t FindCatalog(Document& doc) {
+  for (std::uint32_t number = doc.objects.count - 1; number > 0; --number) {
+    if (LooksLikeCatalog(doc, number)) return number;
+  }
+  Fail(kErrorBadFile, "The file has no catalog: nothing says where its contents start.");
+}
+
+// A trailer for the last object that looks like a catalog, with what older ones say besides.
+std::uint32_t MakeTrailer(Document& doc, const std::vector<std::uint32_t>& trailers) {
+  const std::uint32_t number = FindCatalog(doc);
+  Warn(doc, "No trailer names the catalog; object " + std::to_string(number) + " looks like one.",
+       number, FileOffset(doc, FindSlot(doc.objects, number)->position));
+  const std::uint32_t dict = NewCell(doc.cells, CellKind::kDict);
+  const std::uint16_t generation = FindSlot(doc.objects, number)->generation;
+  SetEntry(doc, dict, NameFromText(doc, "Root"), ReferenceTo(number, generation));
+  for (const std::string_view key : {"Encrypt", "ID", "Info"}) {
+    for (const std::uint32_t trailer : trailers) {
+      const Value value = EntryValue(doc, trailer, key);
+      if (value == kNullValue) continue;
+      SetEntry(doc, dict, NameFromText(doc, key), value);
+      break;
+    }
+  }
+  return dict;
+}
+
+// Of an encrypted file whose trailer is lost, the encryption dictionary may still be there.
+std::uint32_t FindEncryption(Document& doc, const Findings& findings) {
+  const std::size_t place = doc.text.rfind("/Standard");
+  const FoundObject* holder = nullptr;
+  for (const FoundObject& found : findings.objects) {
+    if (place != std::string_view::npos && found.position < place) holder = &found;
+  }
+  if (holder == nullptr) return 0;
+  const std::uint32_t object = DictOf(doc, holder->number);
+  for (const std::string_view key : {"Filter", "O", "U", "P", "R"}) {
+    if (object == 0 || EntryValue(doc, object, key) == kNullValue) return 0;
+  }
+  const std::uint32_t trailer = NewCell(doc.cells, CellKind::kDict);
+  SetEntry(doc, trailer, NameFromText(doc, "Encrypt"),
+           ReferenceTo(holder->number, holder->generation));
+  return trailer;
+}
+
+bool NamesCatalog(Document& doc, std::uint32_t trailer) {
+  try {
+    return CellOf(doc, EntryValue(doc, trailer, "Root"), CellKind::kDict) != 0;
+  } catch (const HostFailure& failure) {
+    if (failure.code == kErrorBadFile) throw;
+    Warn(doc, failure.what(), failure.objectNumber, failure.offset);
     return false;
   }
 }
 
-std::uint32_t TrailerForCatalog(Document& doc) {
-  for (std::uint32_t number = doc.objects.count - 1; number > 0; --number) {
-    if (!LooksLikeCatalog(doc, number)) continue;
-    const std::uint32_t dict = NewCell(doc.cells, CellKind::kDict);
-    const std::uint16_t generation = FindSlot(doc.objects, number)->generation;
-    SetEntry(doc, dict, NameFromText(doc, "Root"), ReferenceTo(number, generation));
-    return dict;
+std::uint32_t ChooseTrailer(Document& doc, const std::vector<std::uint32_t>& trailers) {
+  for (const std::uint32_t trailer : trailers) {
+    if (NamesCatalog(doc, trailer)) return trailer;
   }
-  return 0;
-}
-
-void FindTrailer(Document& doc, const Findings& findings) {
-  std::uint32_t dict = 0;
-  auto trailer = findings.trailers.rbegin();
-  for (; dict == 0 && trailer != findings.trailers.rend(); ++trailer) {
-    dict = TrailerAt(doc, *trailer);
-  }
-  auto stream = findings.xrefStreams.rbegin();
-  for (; dict == 0 && stream != findings.xrefStreams.rend(); ++stream) {
-    dict = TrailerAt(doc, stream->position);
-  }
-  if (dict == 0) dict = TrailerForCatalog(doc);
-  if (dict == 0) {
-    Fail(kErrorBadFile, "The file has no catalog: nothing says where its contents start.");
-  }
-  AdoptTrailer(doc, dict);
+  return MakeTrailer(doc, trailers);
 }
 
 }  // namespace
@@ -228,11 +299,18 @@ void ScanDocument(Document& doc) {
   ForgetEntries(doc);
   const Findings findings = ReadThrough(doc);
   EnterObjects(doc, findings);
-  if (doc.trailer == 0) FindTrailer(doc, findings);
-  for (const FoundObject& found : findings.objectStreams) {
-    const ObjectSlot* slot = FindSlot(doc.objects, found.number);
-    if (slot != nullptr && InUse(*slot)) doc.xrefStream = true;
+  if (doc.trailer != 0) return EnterAllMembers(doc, findings);
+  // Object streams of an encrypted file cannot be read before its key is known.
+  std::vector<std::uint32_t> trailers = ReadTrailers(doc, findings);
+  if (trailers.empty()) {
+    const std::uint32_t encryption = FindEncryption(doc, findings);
+    if (encryption != 0) trailers.push_back(encryption);
   }
+  for (const std::uint32_t trailer : trailers) {
+    if (PrepareDecryption(doc, trailer)) break;
+  }
+  EnterAllMembers(doc, findings);
+  AdoptTrailer(doc, ChooseTrailer(doc, trailers));
 }
 
 }  // namespace quillon::objects

@@ -7,6 +7,7 @@
 #include "quillon/objects/form_key.h"
 #include "quillon/objects/load.h"
 #include "quillon/objects/numbers.h"
+#include "quillon/objects/security_handler.h"
 
 namespace quillon::objects {
 namespace {
@@ -18,6 +19,7 @@ struct Writing {
   Document& doc;
   std::string* out;
   int depth;
+  ObjectCipher cipher;
 };
 
 // A blank where two regular characters would meet.
@@ -61,7 +63,11 @@ void AppendDict(const Writing& to, std::uint32_t number) {
     const DictEntry& entry = EntriesOf(dict)[i];
     const NameCode key = isCatalog ? WrittenCatalogKey(to.doc, entry.key) : entry.key;
     AppendName(to.out, NameText(to.doc, key));
-    AppendNested(to, entry.value);
+    if (to.cipher.protection != nullptr && IsPlainEntry(to.doc, number, entry.key)) {
+      AppendNested({to.doc, to.out, to.depth, {nullptr, 0, 0}}, entry.value);
+    } else {
+      AppendNested(to, entry.value);
+    }
   }
   *to.out += ">>";
 }
@@ -73,25 +79,29 @@ void AppendArray(const Writing& to, std::uint32_t number) {
   to.out->push_back(']');
 }
 
-// The one place where strings enter a file: what encrypts them belongs here.
-void AppendStringCell(std::string* out, const Cell& cell) {
+void AppendStringCell(const Writing& to, std::uint32_t number) {
+  const Cell& cell = CellAt(to.doc.cells, number);
+  if (to.cipher.protection != nullptr) {
+    const std::string bytes = EncryptedString(to.cipher, StringBytes(to.doc, number));
+    return AppendString(to.out, bytes, true);
+  }
   const std::string_view text(TextOf(cell), cell.size);
   if (cell.raw) {
-    *out += text;
+    *to.out += text;
     return;
   }
   const auto unprintable =
       std::count_if(text.begin(), text.end(), [](char c) { return !IsPrintable(c); });
-  AppendString(out, text, static_cast<std::size_t>(unprintable) * 4 > text.size());
+  AppendString(to.out, text, static_cast<std::size_t>(unprintable) * 4 > text.size());
 }
 
 void AppendCell(const Writing& to, std::uint32_t number) {
   const Cell& cell = CellAt(to.doc.cells, number);
   if (to.depth > kMaxNesting) Fail(kErrorBadObject, "Objects are nested too deep to be written.");
-  const Writing inner{to.doc, to.out, to.depth + 1};
+  const Writing inner{to.doc, to.out, to.depth + 1, to.cipher};
   switch (cell.kind) {
     case CellKind::kString:
-      return AppendStringCell(to.out, cell);
+      return AppendStringCell(to, number);
     case CellKind::kDict:
       return AppendDict(inner, number);
     case CellKind::kArray:
@@ -170,7 +180,7 @@ void AppendString(std::string* out, std::string_view bytes, bool asHex) {
 }
 
 void AppendValue(Document& doc, std::string* out, const Value& value) {
-  AppendNested({doc, out, 0}, value);
+  AppendNested({doc, out, 0, {nullptr, 0, 0}}, value);
 }
 
 void AppendObject(Document& doc, std::string* out, std::uint32_t number) {
@@ -179,13 +189,21 @@ void AppendObject(Document& doc, std::string* out, std::uint32_t number) {
   out->push_back(' ');
   AppendInteger(out, FindSlot(doc.objects, number)->generation);
   *out += " obj\n";
+  const ObjectCipher cipher = CipherFor(doc, number);
+  const Writing to{doc, out, 0, cipher};
   const std::uint32_t stream = CellOf(doc, value, CellKind::kStream);
   if (stream == 0) {
-    AppendValue(doc, out, value);
+    AppendNested(to, value);
   } else {
-    const std::string_view data = StoredBytes(doc, stream, number);
-    SetLength(doc, CellAt(doc.cells, stream).capacity, data.size());
-    AppendValue(doc, out, value);
+    std::string_view data = StoredBytes(doc, stream, number);
+    const std::uint32_t dict = CellAt(doc.cells, stream).capacity;
+    std::string encrypted;
+    if (cipher.protection != nullptr) {
+      encrypted = EncryptedData(doc, cipher, dict, data);
+      data = encrypted;
+    }
+    SetLength(doc, dict, data.size());
+    AppendNested(to, value);
     *out += "\nstream\n";
     *out += data;
     *out += "\nendstream";

@@ -27,7 +27,11 @@ void SkipLiteralString(Cursor& cursor) {
 void SkipHexString(Cursor& cursor) {
   const auto left = static_cast<std::size_t>(cursor.end - cursor.at);
   const void* close = std::memchr(cursor.at, '>', left);
-  if (close == nullptr) FailAt(cursor, "A hexadecimal string has no end");
+  if (close == nullptr) {
+    const Cursor start = cursor;
+    cursor.at = cursor.end;  // so far it was looked through
+    FailAt(start, "A hexadecimal string has no end");
+  }
   cursor.at = static_cast<const char*>(close) + 1;
 }
 

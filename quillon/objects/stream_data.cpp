@@ -172,7 +172,7 @@ std::uint32_t MakeStreamCell(Document& doc, std::string_view bytes, std::uint32_
   auto* body = AllocateArray<StreamBody>(doc.pool, 1);
   auto* data = AllocateArray<char>(doc.pool, encoded.size());
   std::copy(encoded.begin(), encoded.end(), data);
-  *body = {data, encoded.size(), true, true};
+  *body = StreamBody{data, encoded.size(), true, true};
   Cell& cell = CellAt(doc.cells, number);
   cell.data = body;
   cell.capacity = attributes;

@@ -7,8 +7,10 @@
 #include <random>
 
 #include "quillon/objects/dictionary.h"
+#include "quillon/objects/limits.h"
 #include "quillon/objects/load.h"
 #include "quillon/objects/numbers.h"
+#include "quillon/objects/repair_pages.h"
 #include "quillon/objects/serializer.h"
 
 namespace quillon::objects {
@@ -70,7 +72,10 @@ bool IsObjectStream(const Document& doc, std::string_view text) {
 }
 
 void WriteMember(Document& doc, Output& out, std::uint32_t number) {
+  // What stands in an object stream is not encrypted by itself.
+  if (doc.protection) return AppendObject(doc, &out.pending, number);
   const std::string_view text = ObjectText(doc, number);
+  if (text.empty()) return AppendObject(doc, &out.pending, number);
   AppendInteger(&out.pending, number);
   out.pending += " 0 obj\n";
   out.pending += text;
@@ -107,17 +112,50 @@ bool WriteObject(Document& doc, Output& out, std::uint32_t number) {
   return true;
 }
 
+// An object that cannot be read is left out, and references to it read null. What was changed must
+// be written.
+bool WriteIfReadable(Document& doc, Output& out, std::uint32_t number) {
+  const std::size_t before = out.pending.size();
+  try {
+    return WriteObject(doc, out, number);
+  } catch (const HostFailure& failure) {
+    const bool unread = failure.code == kErrorBadObject || failure.code == kErrorBadStream;
+    if (!unread || FindSlot(doc.objects, number)->changed) throw;
+    out.pending.resize(before);
+    Warn(doc, std::string(failure.what()) + " It was left out.", number, failure.offset);
+    return false;
+  }
+}
+
+enum class MemberState { kGood, kMended, kUnreadable };
+
+// Whether an object can stay in its object stream.
+MemberState StateOfMember(Document& doc, std::uint32_t number) {
+  try {
+    ObjectText(doc, number);
+    return FindSlot(doc.objects, number)->mended ? MemberState::kMended : MemberState::kGood;
+  } catch (const HostFailure& failure) {
+    if (failure.code == kErrorBadFile) throw;
+    Warn(doc, std::string(failure.what()) + " It was left out.", number, failure.offset);
+    return MemberState::kUnreadable;
+  }
+}
+
 std::vector<XrefEntry> WriteObjects(Document& doc, Output& out) {
   using Kind = XrefEntry::Kind;
   std::vector<XrefEntry> entries;
   for (const std::uint32_t number : WritingOrder(doc)) {
     const ObjectSlot* slot = FindSlot(doc.objects, number);
     if (doc.xrefStream && slot->state == SlotState::kCompressed && !slot->changed) {
-      entries.push_back({number, Kind::kCompressed, 0, slot->position});
-      continue;
+      const MemberState state = StateOfMember(doc, number);
+      if (state == MemberState::kUnreadable) continue;
+      if (state == MemberState::kGood) {
+        entries.push_back({number, Kind::kCompressed, 0, slot->position});
+        continue;
+      }
     }
     const std::uint64_t position = PositionOf(out);
-    if (WriteObject(doc, out, number)) {
+    if (WriteIfReadable(doc, out, number)) {
       entries.push_back({number, Kind::kInFile, slot->generation, position});
     }
     if (out.pending.size() >= kPieceSize) FlushOutput(out);
@@ -143,6 +181,44 @@ std::vector<XrefEntry> WithFreeEntries(const Document& doc, const std::vector<Xr
   return all;
 }
 
+void WriteXref(Document& doc, Output& out, XrefPart part) {
+  if (doc.xrefStream) {
+    WriteXrefStream(doc, out, std::move(part));
+  } else {
+    WriteXrefTable(doc, out, std::move(part));
+  }
+  FlushOutput(out);
+}
+
+void CheckCanAppend(const Document& doc) {
+  if (doc.startXref && !doc.scanned) return;
+  Fail(kErrorNotOffered,
+       "The file's cross-references are damaged, so nothing can be appended to it; it can only be "
+       "written anew.");
+}
+
+// Writes what changed; answers its lines of the cross-references.
+std::vector<XrefEntry> WriteChanges(Document& doc, Output& out) {
+  using Kind = XrefEntry::Kind;
+  std::vector<XrefEntry> entries;
+  bool freed = false;
+  for (std::uint32_t number = 1; number < doc.objects.count; ++number) {
+    const ObjectSlot* slot = FindSlot(doc.objects, number);
+    if (slot == nullptr || !slot->changed) continue;
+    if (InUse(*slot)) {
+      entries.push_back({number, Kind::kInFile, slot->generation, PositionOf(out)});
+      AppendObject(doc, &out.pending, number);
+      if (out.pending.size() >= kPieceSize) FlushOutput(out);
+    } else {
+      entries.push_back({number, Kind::kFree, slot->generation, 0});
+      freed = true;
+    }
+  }
+  // The list of free objects starts at object 0.
+  if (freed) entries.insert(entries.begin(), {0, Kind::kFree, 0xFFFF, 0});
+  return entries;
+}
+
 }  // namespace
 
 void FlushOutput(Output& out) {
@@ -157,16 +233,34 @@ FileIds WriteDocument(Document& doc, const std::string& header, Output& out) {
     out.pass(doc.source.bytes);
     return {};
   }
+  StartSpendingAnew(doc);
+  RepairPages(doc);
   FileIds ids = IdsFor(doc);
   out.pending += header;
   out.pending += kBinaryComment;
   std::vector<XrefEntry> entries = WithFreeEntries(doc, WriteObjects(doc, out));
-  if (doc.xrefStream) {
-    WriteXrefStream(doc, out, std::move(entries), ids);
-  } else {
-    WriteXrefTable(doc, out, std::move(entries), ids);
+  const std::uint32_t size = entries.back().number + 1;
+  WriteXref(doc, out, {std::move(entries), ids, size, std::nullopt});
+  return ids;
+}
+
+FileIds WriteUpdate(Document& doc, Output& out) {
+  if (!doc.changed) {
+    out.pass(doc.source.bytes);
+    return {};
   }
-  FlushOutput(out);
+  StartSpendingAnew(doc);
+  CheckCanAppend(doc);
+  RepairPages(doc);
+  // Offsets count from the header on.
+  out.pass(doc.source.bytes);
+  out.passed = doc.text.size();
+  if (doc.text.back() != '\n' && doc.text.back() != '\r') out.pending.push_back('\n');
+  FileIds ids = IdsFor(doc);
+  std::vector<XrefEntry> entries = WriteChanges(doc, out);
+  // Something that was read just now may have been elsewhere than the cross-references said.
+  CheckCanAppend(doc);
+  WriteXref(doc, out, {std::move(entries), ids, doc.objects.count, doc.startXref});
   return ids;
 }
 

@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -35,6 +36,11 @@ FileIds WriteDocument(Document& doc, const std::string& header, Output& out);
 // Makes the IDs of the file written the document's.
 void SetFileIds(Document& doc, const FileIds& ids);
 
+// Writes the file that the document was read from as it is, then what changed: objects,
+// cross-references of its kind, trailer. Readers of the old part alone still find the old document.
+// Throws kErrorNotOffered when the old cross-references cannot be built upon.
+FileIds WriteUpdate(Document& doc, Output& out);
+
 // One line of the cross-references.
 struct XrefEntry {
   enum class Kind : std::uint8_t { kFree, kInFile, kCompressed };
@@ -44,10 +50,15 @@ struct XrefEntry {
   std::uint64_t place;  // offset; next free number; object stream number << 32 | index
 };
 
-// Write the cross-references, the trailer entries and "startxref". `entries` are in the order of
-// their numbers and start with object 0; free ones are linked here.
-void WriteXrefTable(Document& doc, Output& out, std::vector<XrefEntry> entries, const FileIds& ids);
-void WriteXrefStream(Document& doc, Output& out, std::vector<XrefEntry> entries,
-                     const FileIds& ids);
+struct XrefPart {
+  std::vector<XrefEntry> entries;  // in the order of their numbers; free ones are linked on writing
+  FileIds ids;
+  std::uint32_t size;                     // one more than the highest number
+  std::optional<std::uint64_t> previous;  // where the cross-references stand that these add to
+};
+
+// Write the cross-references, the trailer entries and "startxref".
+void WriteXrefTable(Document& doc, Output& out, XrefPart part);
+void WriteXrefStream(Document& doc, Output& out, XrefPart part);
 
 }  // namespace quillon::objects

@@ -5,6 +5,7 @@
 #include <unordered_set>
 
 #include "quillon/objects/dictionary.h"
+#include "quillon/objects/limits.h"
 #include "quillon/objects/load.h"
 #include "quillon/objects/parser.h"
 
@@ -108,6 +109,7 @@ void FailXref(const Document& doc, std::uint64_t position, const std::string& wh
 
 void EnterObject(Document& doc, std::uint64_t number, SlotState state, std::uint64_t position,
                  std::uint16_t generation) {
+  SpendEntries(doc, 1);
   if (number == 0 || number > kMaxObjectNumber) return;
   ObjectSlot& slot = SlotFor(doc.objects, static_cast<std::uint32_t>(number));
   if (slot.state != SlotState::kUnknown) return;
@@ -140,10 +142,12 @@ bool ReadCrossReferences(Document& doc) {
   } catch (const HostFailure& failure) {
     Warn(doc, failure.what(), failure.objectNumber, failure.offset);
     doc.objects = ObjectTable{};
+    doc.costs = ReadingCosts{};
     return false;
   }
   MarkStructure(doc, reading);
   doc.xrefStream = reading.newestIsStream;
+  doc.startXref = StartPosition(doc);
   AdoptTrailer(doc, reading.withRoot);
   return true;
 }

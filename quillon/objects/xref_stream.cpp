@@ -1,6 +1,7 @@
 // Cross-reference streams (ISO 32000-1, 7.5.8).
 #include <array>
 
+#include "quillon/objects/limits.h"
 #include "quillon/objects/load.h"
 #include "quillon/objects/stream_data.h"
 #include "quillon/objects/xref_reader.h"
@@ -71,6 +72,7 @@ void ReadXrefStream(Document& doc, XrefSection* section) {
   section->dict = CellAt(doc.cells, cell).capacity;
   const FieldWidths widths = WidthsOf(doc, *section);
   const std::string bytes = DecodedBytes(doc, cell, section->stream);
+  Spend(doc, bytes.size());
   std::vector<std::int32_t> index = IntegersOf(doc, EntryValue(doc, section->dict, "Index"));
   if (index.empty()) index = {0, IntegerEntry(doc, section->dict, "Size", 0)};
   const char* at = bytes.data();

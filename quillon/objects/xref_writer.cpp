@@ -49,11 +49,16 @@ void AppendTableEntry(std::string* out, const XrefEntry& entry) {
 }
 
 // The trailer's entries without brackets: the document's own, Size and ID.
-void AppendTrailerEntries(Document& doc, std::string* out, std::uint32_t size, const FileIds& ids) {
+void AppendTrailerEntries(Document& doc, std::string* out, const XrefPart& part) {
+  const FileIds& ids = part.ids;
   Cell& trailer = CellAt(doc.cells, doc.trailer);
   const NameCode idKey = NameFromText(doc, "ID");
   *out += "/Size ";
-  AppendInteger(out, size);
+  AppendInteger(out, part.size);
+  if (part.previous) {
+    *out += "/Prev ";
+    AppendInteger(out, static_cast<std::int64_t>(*part.previous));
+  }
   for (std::uint32_t i = 0; i < trailer.size; ++i) {
     const DictEntry entry = EntriesOf(trailer)[i];
     if (entry.key == idKey && !ids.permanent.empty()) continue;
@@ -100,22 +105,25 @@ FieldWidths WidthsFor(const std::vector<XrefEntry>& entries) {
   return widths;
 }
 
-// The stream needs a number: that of an older one, which is not written again, or a new one.
-std::uint32_t StreamNumber(const Document& doc, const std::vector<XrefEntry>& entries) {
-  for (const XrefEntry& entry : entries) {
+// The stream needs a number: that of an older one, which is not written again, or a new one. An
+// update leaves the old ones where they are.
+std::uint32_t StreamNumber(const Document& doc, const XrefPart& part) {
+  for (const XrefEntry& entry : part.entries) {
     const ObjectSlot* slot = FindSlot(doc.objects, entry.number);
-    if (entry.kind == Kind::kFree && slot != nullptr && slot->structure) return entry.number;
+    const bool old = entry.kind == Kind::kFree && slot != nullptr && slot->structure;
+    if (old && !part.previous) return entry.number;
   }
-  return entries.back().number + 1;
+  return part.size;
 }
 
-void EnterStream(std::vector<XrefEntry>* entries, std::uint32_t number, std::uint64_t position) {
+void EnterStream(XrefPart* part, std::uint32_t number, std::uint64_t position) {
   const XrefEntry own{number, Kind::kInFile, 0, position};
-  if (number > entries->back().number) {
-    entries->push_back(own);
+  if (number >= part->size) {
+    part->entries.push_back(own);
+    part->size = number + 1;
     return;
   }
-  for (XrefEntry& entry : *entries) {
+  for (XrefEntry& entry : part->entries) {
     if (entry.number == number) entry = own;
   }
 }
@@ -143,9 +151,9 @@ std::string FieldBytes(const std::vector<XrefEntry>& entries, const FieldWidths&
 
 }  // namespace
 
-void WriteXrefTable(Document& doc, Output& out, std::vector<XrefEntry> entries,
-                    const FileIds& ids) {
-  LinkFreeEntries(&entries);
+void WriteXrefTable(Document& doc, Output& out, XrefPart part) {
+  const std::vector<XrefEntry>& entries = part.entries;
+  LinkFreeEntries(&part.entries);
   const std::uint64_t start = PositionOf(out);
   out.pending += "xref\n";
   ForEachRun(entries, [&](std::size_t first, std::size_t count) {
@@ -156,24 +164,23 @@ void WriteXrefTable(Document& doc, Output& out, std::vector<XrefEntry> entries,
     for (std::size_t i = first; i < first + count; ++i) AppendTableEntry(&out.pending, entries[i]);
   });
   out.pending += "trailer\n<<";
-  AppendTrailerEntries(doc, &out.pending, entries.back().number + 1, ids);
+  AppendTrailerEntries(doc, &out.pending, part);
   out.pending += ">>\n";
   AppendEnd(out, start);
 }
 
-void WriteXrefStream(Document& doc, Output& out, std::vector<XrefEntry> entries,
-                     const FileIds& ids) {
+void WriteXrefStream(Document& doc, Output& out, XrefPart part) {
   const std::uint64_t start = PositionOf(out);
-  const std::uint32_t number = StreamNumber(doc, entries);
-  EnterStream(&entries, number, start);
-  LinkFreeEntries(&entries);
-  const FieldWidths widths = WidthsFor(entries);
-  const std::string data = EncodeFlate(FieldBytes(entries, widths));
+  const std::uint32_t number = StreamNumber(doc, part);
+  EnterStream(&part, number, start);
+  LinkFreeEntries(&part.entries);
+  const FieldWidths widths = WidthsFor(part.entries);
+  const std::string data = EncodeFlate(FieldBytes(part.entries, widths));
   std::string& text = out.pending;
   AppendInteger(&text, number);
   text += " 0 obj\n<</Type/XRef/W[1 " + std::to_string(widths.second) + " " +
-          std::to_string(widths.third) + "]" + IndexText(entries);
-  AppendTrailerEntries(doc, &text, entries.back().number + 1, ids);
+          std::to_string(widths.third) + "]" + IndexText(part.entries);
+  AppendTrailerEntries(doc, &text, part);
   text += "/Filter/FlateDecode/Length " + std::to_string(data.size()) + ">>\nstream\n";
   text += data;
   text += "\nendstream\nendobj\n";

@@ -34,6 +34,11 @@ FileSystemHandle AddFileSystem(FileSystem fileSystem) {
   return HandleOf(FileSystems().emplace_back(std::move(fileSystem)));
 }
 
+void RemoveFileSystem(FileSystemHandle handle) {
+  if (handle == DefaultFileSystem()) return;
+  FileSystems().remove_if([handle](FileSystem& known) { return HandleOf(known) == handle; });
+}
+
 FileSystemHandle DefaultFileSystem() { return HandleOf(FileSystems().front()); }
 
 const FileSystem& FileSystemOf(FileSystemHandle handle) {

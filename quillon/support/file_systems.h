@@ -47,6 +47,9 @@ struct FileSystem {
 // stay with the new one.
 FileSystemHandle AddFileSystem(FileSystem fileSystem);
 
+// Takes one away, but never the default one; its paths name nothing from here on.
+void RemoveFileSystem(FileSystemHandle handle);
+
 FileSystemHandle DefaultFileSystem();
 
 // Follows a handle, null being the default one; throws HostFailure (kErrorBadParameter) for one

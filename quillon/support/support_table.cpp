@@ -1,5 +1,6 @@
 #include "quillon/core/host.h"
 #include "quillon/support/operations.h"
+#include "quillon/support/plug_in_file_systems.h"
 #include "quillon/support/plug_in_tables.h"
 
 namespace quillon::support {
@@ -12,6 +13,7 @@ void FillTable(SupportTable* table) {
   QUILLON_SUPPORT_TABLE(QUILLON_FILL_SUPPORT)
   // Whoever fills the table offers it, and then plug-ins may replace its slots.
   AddStopStep(&RestoreSlots);
+  AddStopStep(&RemovePlugInFileSystems);
 }
 
 #undef QUILLON_FILL_SUPPORT

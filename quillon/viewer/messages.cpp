@@ -1,6 +1,5 @@
 #include "quillon/viewer/messages.h"
 
-#include <string_view>
 #include <utility>
 
 #include "quillon/document/text_encoding.h"
@@ -38,13 +37,7 @@ MessageRoutine& TheRoutine() {
   return routine;
 }
 
-std::string HostTextToUtf8(const char* text) {
-  std::string utf8;
-  for (const char byte : std::string_view(text != nullptr ? text : "")) {
-    AppendUtf8(HostCharacter(static_cast<unsigned char>(byte)), &utf8);
-  }
-  return utf8;
-}
+std::string Utf8Of(const char* text) { return HostTextToUtf8(text != nullptr ? text : ""); }
 
 }  // namespace
 
@@ -58,7 +51,7 @@ namespace viewer {
 
 std::uint32_t AnswerMessage(const char* caption, const char* text, std::uint32_t flags) {
   if (!TheRoutine()) return CautiousAnswer(flags);
-  return TheRoutine()({HostTextToUtf8(caption), HostTextToUtf8(text), flags});
+  return TheRoutine()({Utf8Of(caption), Utf8Of(text), flags});
 }
 
 }  // namespace viewer

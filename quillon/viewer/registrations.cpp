@@ -98,12 +98,4 @@ void RegisterDataHandler(ExtensionId extension, Atom type, const DataHandlerReco
   TheRegistrations().dataHandlers.push_back({extension, type, record});
 }
 
-void PerformAction(ActionHandle action, DocView view) {
-  const ActionHandlerRecord* handler = ActionHandlerOf(document::ActionType(action));
-  if (handler == nullptr || handler->perform == nullptr) {
-    Fail(kErrorNotOffered, "nothing performs actions of this type");
-  }
-  CallGuarded([&] { handler->perform(action, view); });
-}
-
 }  // namespace quillon::viewer

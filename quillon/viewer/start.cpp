@@ -7,6 +7,7 @@
 #include "quillon/objects/operations.h"
 #include "quillon/objects/pdf_file.h"
 #include "quillon/support/operations.h"
+#include "quillon/viewer/deliveries.h"
 #include "quillon/viewer/menus.h"
 #include "quillon/viewer/messages.h"
 #include "quillon/viewer/modal.h"
@@ -28,6 +29,7 @@ void ForgetPlugInThings() {
   ResetPointer();
   ResetTools();
   SetMessageRoutine({});
+  ForgetDeliveries();
 }
 
 }  // namespace

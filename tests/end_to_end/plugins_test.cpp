@@ -18,8 +18,8 @@ TEST_F(PluginOption, ForeignPlugInGetsTablesFormsAndEvents) {
       environment);
   ASSERT_EQ(result.status, 0) << result.err;
   for (const char* line :
-       {"table Cel 36 slots\n", "table QuillView 87 slots\n", "table DocModel 46 slots\n",
-        "table QuillSupport 37 slots\n", "table Forms 22 slots\n", "raise caught\n", "opened 0\n",
+       {"table Cel 36 slots\n", "table QuillView 88 slots\n", "table DocModel 46 slots\n",
+        "table QuillSupport 38 slots\n", "table Forms 22 slots\n", "raise caught\n", "opened 0\n",
         "field applicant.city\n", "field remarks\n", "changed applicant.city to London\n",
         "unloaded\n"}) {
     EXPECT_NE(Log().find(line), std::string::npos) << line << "in\n" << Log();

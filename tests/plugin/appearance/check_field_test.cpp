@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "plugin/appearance/form_stream.h"
+#include "plugin/appearance/widget_entries.h"
 #include "plugin/model/field_tree.h"
 #include "plugin/model/field_values.h"
 #include "plugin/model/keys.h"
@@ -165,6 +166,19 @@ TEST_F(CheckFieldTest, OldAppearancesGoAndTheirMKMovesToTheWidget) {
   EXPECT_EQ(Entry(annot, key::MK), "<< /BG [0.5] /CA (8) >>");
   EXPECT_NE(Normal(annot, "Old").find("(8) Tj"), std::string::npos) << Normal(annot, "Old");
   EXPECT_TRUE(IsNull(AppearanceOf(annot, key::R, kNoAtom)));
+}
+
+TEST_F(CheckFieldTest, WidgetsThatSharedOldAppearancesGetAnMKEach) {
+  const auto field = [](const char* name) {
+    return quillon::test::WidgetField("Btn", name, "/AP << /N << /Old 12 0 R >> >>", kSmall);
+  };
+  OpenFields({field("one"), field("two")},
+             {.objects = {StreamObject("/BBox [0 0 9 9] /MK 13 0 R", "q old Q"), "<< /CA (8) >>"}});
+  Refresh(Widget(0), kNoAtom);
+  Refresh(Widget(1), kNoAtom);
+  PutMKText(Widget(0), key::CA, "u");
+  EXPECT_EQ(Entry(Widget(0), key::MK), "<< /CA (u) >>");
+  EXPECT_EQ(Entry(Widget(1), key::MK), "<< /CA (8) >>");
 }
 
 TEST_F(CheckFieldTest, AnAuthorsAppearancesAreSwitchedNotDrawn) {

@@ -33,7 +33,7 @@ TEST(FormsTable, is_one_and_the_same_for_every_request_at_its_version) {
   for (std::size_t slot = 1; slot <= 22; ++slot) EXPECT_NE(words[slot], 0u) << slot;
 }
 
-TEST(FormsTable, refuses_what_cannot_be_done_yet_to_the_callers_block) {
+TEST(FormsTable, what_form_data_raises_reaches_the_callers_block) {
   PlugInLife life;
   ASSERT_TRUE(life.SetUp());
   ASSERT_TRUE(life.ShakeHands());
@@ -41,11 +41,8 @@ TEST(FormsTable, refuses_what_cannot_be_done_yet_to_the_callers_block) {
   ASSERT_NE(table, nullptr);
   const quillon::ObjectHandle none = quillon::kNullObject;
   EXPECT_EQ(RaisedBy([&] { table->CreateFDFFromForm(nullptr, none, 0, 0, 0, 0, nullptr); }),
-            quillon::kErrorNotOffered);
-  EXPECT_EQ(RaisedBy([&] { table->WriteURLEncoded(nullptr, none, 0, 0, nullptr); }),
-            quillon::kErrorNotOffered);
-  EXPECT_EQ(RaisedBy([&] { table->ImportFDF(nullptr, nullptr); }), quillon::kErrorNotOffered);
-  EXPECT_EQ(RaisedBy([&] { table->ResetFields(nullptr, none, 0); }), quillon::kErrorNotOffered);
+            quillon::kErrorBadParameter);
+  EXPECT_EQ(RaisedBy([&] { table->ImportFDF(nullptr, nullptr); }), quillon::kErrorBadParameter);
   EXPECT_EQ(quillon::OpenFrameCount(), 0u);
 }
 

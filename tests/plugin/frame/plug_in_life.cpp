@@ -6,6 +6,7 @@
 #include "quillon/core/guard.h"
 #include "quillon/core/operations.h"
 #include "quillon/support/operations.h"
+#include "quillon/viewer/operations.h"
 
 namespace quillform {
 
@@ -46,6 +47,30 @@ void RegisterNotificationLogged(std::uint32_t number, ExtensionId, Callback, voi
   CallLog().push_back("notification " + Hex(number));
 }
 
+quillon::MenuItemHandle NewMenuItemLogged(const char* label, const char* name,
+                                          quillon::MenuHandle submenu, Boolean wantsShortcut,
+                                          std::uint16_t shortcut, std::uint16_t modifiers,
+                                          quillon::IconHandle icon, ExtensionId extension) {
+  CallLog().push_back(std::string("item ") + name);
+  return quillon::viewer::NewMenuItem(label, name, submenu, wantsShortcut, shortcut, modifiers,
+                                      icon, extension);
+}
+
+void RegisterActionHandlerLogged(ExtensionId, Atom type, const quillon::ActionHandlerRecord*,
+                                 const char* name) {
+  CallLog().push_back(std::string("action ") + quillon::core::NameFromAtom(type) + " " + name);
+}
+
+// The host knows nothing of the copies that the plug-in works with here.
+void SetSlotLogged(quillon::TableHandle table, std::uint32_t slot, Callback routine,
+                   std::uint32_t flag) {
+  if (static_cast<void*>(table) == &life->viewer) {
+    CallLog().push_back("viewer slot " + std::to_string(slot));
+  } else {
+    quillon::support::SetSlot(table, slot, routine, flag);
+  }
+}
+
 FailureCode RegisterErrorStringLogged(std::uint16_t severity, const char* text) {
   CallLog().push_back("error text " + std::to_string(severity) + " " + text);
   return quillon::support::RegisterErrorString(severity, text);
@@ -71,8 +96,11 @@ PlugInLife::PlugInLife() : host{}, core{}, support{}, viewer{}, offers{}, setup{
   core.MakeCallback = &MakeCallbackLogged;
   support = *HostTable<quillon::SupportTable>(quillon::kSupportTableName, quillon::kSupportVersion);
   support.RegisterErrorString = &RegisterErrorStringLogged;
+  support.SetSlot = &SetSlotLogged;
   viewer = *HostTable<quillon::ViewerTable>(quillon::kViewerTableName, quillon::kViewerVersion);
   viewer.RegisterNotification = &RegisterNotificationLogged;
+  viewer.NewMenuItem = &NewMenuItemLogged;
+  viewer.RegisterActionHandler = &RegisterActionHandlerLogged;
 
   constexpr std::uint32_t oldest = quillon::kOldestTableVersion;
   offers = {

@@ -47,8 +47,8 @@ struct PlugInLife {
   quillon::HandshakeRecord handshake;
 };
 
-// What the plug-in did, one line a call: requests for tables, callbacks made, notifications and
-// error texts registered.
+// What the plug-in did, one line a call: requests for tables, callbacks made, menu items made,
+// slots of the viewer replaced; notifications, action handlers and error texts registered.
 std::vector<std::string>& CallLog();
 
 }  // namespace quillform

@@ -95,10 +95,15 @@ TEST_F(Placement, a_subscriber_can_keep_the_second_widget_out) {
   Open({WidgetField("Tx", "t", "/V (x)")});
   FormEventRegister(
       kEventFieldSplit, [](FormEventRecord* event, void*) { event->cancel = 7; }, nullptr, nullptr);
-  const ObjectHandle widget = NewWidget(key::Tx);
+  static ObjectHandle widget;
+  widget = NewWidget(key::Tx);
+  FormEventRegister(
+      kEventFieldSplit, [](FormEventRecord*, void*) { EXPECT_NE(FieldNodeOf(widget), nullptr); },
+      nullptr, nullptr);
   EXPECT_EQ(AddWidgetUnderName(widget, "t"), nullptr);
   EXPECT_EQ(Tree(), "t[-]") << "the split stays made";
   EXPECT_EQ(Entry(widget, "Parent"), "null");
+  EXPECT_EQ(ExistingNodeOf(widget), nullptr) << "whoever met it meanwhile";
   EXPECT_EQ(ShowObject(GetFieldValue(Node("t"))), "(x)");
   ExpectNodesFit();
 }
@@ -214,6 +219,15 @@ TEST_F(Placement, a_rename_that_is_refused_keeps_the_old_name) {
   EXPECT_EQ(Tree(), "check a[b] t");
   EXPECT_EQ(ShowObject(GetFieldValue(Node("t"))), "(x)");
   ExpectNodesFit();
+}
+
+TEST_F(Placement, a_field_whose_widgets_nobody_has_met_is_no_widget) {
+  Open(TwoWidgets("/V (x)"));
+  FieldNode field = FieldNodeOf(Field(0));
+  ASSERT_EQ(field->firstKid, nullptr);
+  EXPECT_EQ(CodeOf([&] { RenameWidgetField(field, "new"); }), quillon::kErrorBadParameter);
+  EXPECT_EQ(CopyWidgetField(NewWidget(kNoAtom), field, "copy", true), 1u);
+  EXPECT_EQ(Tree(), "pair[- -]");
 }
 
 TEST_F(Placement, a_dissolved_subtree_is_placed_under_its_paths) {

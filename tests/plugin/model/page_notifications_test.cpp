@@ -108,6 +108,38 @@ TEST_F(FieldPages, inserted_widgets_without_a_place_go_unless_they_are_buttons) 
   EXPECT_EQ(Tree(), "check");
 }
 
+TEST_F(FieldPages, only_inserted_buttons_stay_where_the_form_cannot_be_used) {
+  Show({}, {.formEntries = "/QuillForm 0.5"});
+  InsertFrom({WidgetField("Tx", "t"), WidgetField("Btn", "push")});
+  const Page page(doc, 1);
+  ASSERT_EQ(Document->AnnotCount(page.handle), 1u);
+  EXPECT_EQ(Entry(Document->AnnotDict(Document->AnnotAt(page.handle, 0)), "T"), "(push)");
+  EXPECT_EQ(Entry(Form(), "NeedAppearances"), "null");
+}
+
+TEST_F(FieldPages, inserted_fields_keep_the_fonts_of_their_form) {
+  const auto form = [](const std::string& font) {
+    return "/DR << /Font << /F1 << /Type /Font /BaseFont /" + font + " >> /" + font +
+           " << /Type /Font /BaseFont /" + font + " >> >> >>";
+  };
+  Open({WidgetField("Tx", "here")}, {.formEntries = form("Courier")});
+  const DocHandle other = OpenTestDocument(FormPdf(
+      {WidgetField("Tx", "t", "/DA (/F1 9 Tf)"), WidgetField("Tx", "own", "/DR << /Font << >> >>")},
+      {.formEntries = form("Symbol")}));
+  quillon::InsertPages(doc, 0, other, 0, 0);
+  LoadAllFields(doc);
+  const auto fontOf = [](ObjectHandle resources, const char* name) {
+    const ObjectHandle fonts = Objects->DictGet(resources, key::Font);
+    return Entry(Objects->DictGet(fonts, Core->AtomFromName(name)), "BaseFont");
+  };
+  EXPECT_EQ(fontOf(GetFieldEntry(Node("t"), kBitDR), "F1"), "/Symbol");
+  EXPECT_EQ(fontOf(GetFieldEntry(Node("here"), kBitDR), "F1"), "/Courier");
+  EXPECT_EQ(Entry(Node("own")->dict, "DR"), "<< /Font << >> >>");
+  for (const char* name : {"Courier", "Symbol"}) {
+    EXPECT_EQ(fontOf(Objects->DictGet(Form(), key::DR), name), "/" + std::string(name));
+  }
+}
+
 TEST_F(FieldPages, pages_bring_a_form_to_a_document_without_one) {
   Open({}, {.formKey = ""});
   InsertFrom({WidgetField("Tx", "t", "/V (x)")});

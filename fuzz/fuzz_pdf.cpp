@@ -1,0 +1,29 @@
+// Any bytes as a PDF file: opened, listed, filled, saved, and opened again.
+#include "fuzz/fuzz_host.h"
+#include "quillon/document/operations.h"
+
+namespace quillon::fuzz {
+namespace {
+
+void OpenFillReopen(std::string bytes) {
+  std::string saved;
+  std::uint32_t pages = 0;
+  {
+    const ShownDocument shown(std::move(bytes));
+    FillTextFields(shown.doc, "Jo\xE9 (1) \\");
+    pages = document::PageCount(shown.doc);
+    saved = SavedBytes(shown);
+  }
+  const ShownDocument again(std::move(saved));
+  Require(document::PageCount(again.doc) == pages, "pages were lost on the way to the file");
+}
+
+}  // namespace
+}  // namespace quillon::fuzz
+
+int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  using namespace quillon::fuzz;
+  StartOnce();
+  Attempt([&] { OpenFillReopen(std::string(TextOf(data, size))); });
+  return 0;
+}

@@ -1,0 +1,42 @@
+#include "quillon/objects/limits.h"
+
+namespace quillon::objects {
+namespace {
+
+constexpr const char* kAdvice = " It may have been made to do harm.";
+
+}  // namespace
+
+void Spend(Document& doc, std::uint64_t bytes) {
+  doc.costs.work += bytes;
+  const std::uint64_t read = doc.text.size() + doc.costs.kept;
+  if (doc.costs.work <= kWorkBesides + kWorkPerByte * read) return;
+  Fail(kErrorBadFile,
+       std::string("Reading the file takes too long: its parts lie within one another.") + kAdvice);
+}
+
+void StartSpendingAnew(Document& doc) { doc.costs.work = 0; }
+
+void CheckKept(Document& doc, std::uint64_t bytes) {
+  doc.costs.kept += bytes;
+  if (doc.costs.kept <= kKeptBesides + kKeptPerByte * doc.text.size()) return;
+  Fail(kErrorBadFile,
+       std::string("The file's object streams are too large for a file of this size.") + kAdvice);
+}
+
+void CheckCells(const Document& doc) {
+  if (doc.source.bytes.empty()) return;
+  if (doc.cells.used <= kCellsBesides + doc.text.size() / kBytesPerCell) return;
+  Fail(kErrorBadFile,
+       std::string("The file has more objects than a file of this size should have.") + kAdvice);
+}
+
+void SpendEntries(Document& doc, std::uint64_t count) {
+  doc.costs.entries += count;
+  if (doc.costs.entries <= kEntriesBesides + doc.text.size() / kBytesPerEntry) return;
+  Fail(
+      kErrorBadFile,
+      std::string("The file's cross-references list more objects than it has room for.") + kAdvice);
+}
+
+}  // namespace quillon::objects

@@ -1,0 +1,255 @@
+#include "quillon/objects/repair_pages.h"
+
+#include <unordered_set>
+
+#include "quillon/objects/copy.h"
+#include "quillon/objects/dictionary.h"
+#include "quillon/objects/load.h"
+
+namespace quillon::objects {
+namespace {
+
+// Levels of the tree that are kept; trees in use have five or less.
+constexpr std::size_t kMaxDepth = 256;
+
+struct Node {
+  std::uint32_t number;
+  std::uint32_t dict;
+  std::uint32_t kids;
+  std::uint32_t next = 0;  // in kids
+  std::int32_t pages = 0;  // below the kids passed
+};
+
+struct Repair {
+  Document& doc;
+  std::vector<Node> path;
+  std::unordered_set<std::uint32_t> met;  // object numbers
+};
+
+void Tell(Document& doc, std::uint32_t number, const std::string& text) {
+  const ObjectSlot* slot = FindSlot(doc.objects, number);
+  const bool inFile = slot != nullptr && slot->state == SlotState::kInFile;
+  Warn(doc, text, number, inFile ? FileOffset(doc, slot->position) : kNoOffset);
+}
+
+void Put(Document& doc, std::uint32_t dict, std::string_view key, const Value& value) {
+  SetEntry(doc, dict, NameFromText(doc, key), value);
+  MarkCellChanged(doc, dict);
+}
+
+bool TypeIs(Document& doc, std::uint32_t dict, std::string_view name) {
+  const Value type = Dereference(doc, EntryValue(doc, dict, "Type"));
+  return type.tag == ValueTag::kName && NameText(doc, type.payload) == name;
+}
+
+void MakeTypeRight(Document& doc, std::uint32_t number, std::uint32_t dict,
+                   std::string_view wanted) {
+  if (TypeIs(doc, dict, wanted)) return;
+  Tell(doc, number, "A part of the page tree had no Type or a wrong one.");
+  Put(doc, dict, "Type", NameOf(NameFromText(doc, wanted)));
+}
+
+void MakeParentRight(Document& doc, std::uint32_t number, std::uint32_t dict,
+                     std::uint32_t parent) {
+  const Value value = EntryValue(doc, dict, "Parent");
+  if (value.tag == ValueTag::kReference && value.payload == parent) return;
+  Tell(doc, number, "A part of the page tree named another parent than its own.");
+  Put(doc, dict, "Parent", ReferenceTo(parent, FindSlot(doc.objects, parent)->generation));
+}
+
+std::uint32_t KidsOf(Document& doc, std::uint32_t dict) {
+  const std::uint32_t kids = CellOf(doc, EntryValue(doc, dict, "Kids"), CellKind::kArray);
+  return kids != 0 && TypeIs(doc, dict, "Page") ? 0 : kids;
+}
+
+// What cannot be read is no dictionary.
+std::uint32_t DictAt(Document& doc, const Value& value) {
+  try {
+    return CellOf(doc, value, CellKind::kDict);
+  } catch (const HostFailure& failure) {
+    if (failure.code == kErrorBadFile) throw;
+    Warn(doc, failure.what(), failure.objectNumber, failure.offset);
+    return 0;
+  }
+}
+
+// Why an annotation does not stay in its page's list; null when it does.
+const char* Misplaced(Document& doc, const Value& annot, std::unordered_set<std::uint32_t>* met) {
+  if (DictAt(doc, annot) == 0) return "An entry of a page's annotations was none.";
+  const bool again = annot.tag == ValueTag::kReference && !met->insert(annot.payload).second;
+  return again ? "An annotation was listed twice on its page." : nullptr;
+}
+
+void RepairAnnots(Document& doc, std::uint32_t page, std::uint32_t dict) {
+  const Value entry = EntryValue(doc, dict, "Annots");
+  if (entry == kNullValue) return;
+  std::uint32_t array = 0;
+  try {
+    array = CellOf(doc, entry, CellKind::kArray);
+  } catch (const HostFailure& failure) {
+    if (failure.code == kErrorBadFile) throw;
+    Warn(doc, failure.what(), failure.objectNumber, failure.offset);
+  }
+  if (array == 0) {
+    Tell(doc, page, "A page's list of annotations was none.");
+    RemoveEntry(doc, dict, NameFromText(doc, "Annots"));
+    return MarkCellChanged(doc, dict);
+  }
+  std::unordered_set<std::uint32_t> met;
+  Cell& cell = CellAt(doc.cells, array);
+  std::uint32_t kept = 0;
+  for (std::uint32_t i = 0; i < cell.size; ++i) {
+    const Value annot = ElementsOf(cell)[i];
+    if (const char* reason = Misplaced(doc, annot, &met)) {
+      Tell(doc, page, reason);
+    } else {
+      ElementsOf(cell)[kept++] = annot;
+    }
+  }
+  if (kept == cell.size) return;
+  cell.size = kept;
+  MarkCellChanged(doc, array);
+}
+
+void RepairPage(Document& doc, std::uint32_t number, std::uint32_t dict, std::uint32_t parent) {
+  MakeTypeRight(doc, number, dict, "Page");
+  MakeParentRight(doc, number, dict, parent);
+  RepairAnnots(doc, number, dict);
+}
+
+// The same entries in a page of its own. Its annotations stay on the first one.
+std::uint32_t CopyPage(Document& doc, std::uint32_t dict) {
+  const Value copy = CopyValue(doc, CellValue(dict), doc);
+  RemoveEntry(doc, copy.payload, NameFromText(doc, "Annots"));
+  return AddObject(doc, copy);
+}
+
+void TakeOut(Document& doc, Node& node, const char* reason) {
+  Tell(doc, node.number, reason);
+  RemoveElement(doc, node.kids, node.next);
+  MarkCellChanged(doc, node.kids);
+}
+
+void ReplaceKid(Document& doc, const Node& node, std::uint32_t number) {
+  const ObjectSlot* slot = FindSlot(doc.objects, number);
+  Value& place = ElementsOf(CellAt(doc.cells, node.kids))[node.next];
+  place = ReferenceTo(number, slot->generation);
+  MarkCellChanged(doc, node.kids);
+}
+
+// One kid: left behind, taken out, or entered.
+void PassKid(Repair& repair) {
+  Document& doc = repair.doc;
+  Node& node = repair.path.back();
+  const Value kid = ElementsOf(CellAt(doc.cells, node.kids))[node.next];
+  const std::uint32_t dict = DictAt(doc, kid);
+  if (dict == 0) return TakeOut(doc, node, "An entry of the page tree was no page.");
+  std::uint32_t number = kid.payload;
+  if (kid.tag != ValueTag::kReference) {
+    Tell(doc, node.number, "A page had no object number of its own.");
+    number = AddObject(doc, kid);
+    ReplaceKid(doc, node, number);
+  }
+  const std::uint32_t kids = KidsOf(doc, dict);
+  const bool isNew = repair.met.insert(number).second;
+  if (kids != 0 && (!isNew || repair.path.size() >= kMaxDepth)) {
+    return TakeOut(doc, node, "An entry of the page tree led back into it.");
+  }
+  if (kids != 0) {
+    MakeTypeRight(doc, number, dict, "Pages");
+    MakeParentRight(doc, number, dict, node.number);
+    ++node.next;
+    repair.path.push_back({number, dict, kids});
+    return;
+  }
+  if (!isNew) {
+    Tell(doc, number, "A page was listed twice.");
+    number = CopyPage(doc, dict);
+    ReplaceKid(doc, node, number);
+  } else if (!TypeIs(doc, dict, "Pages")) {
+    RepairPage(doc, number, dict, node.number);
+  } else {
+    return TakeOut(doc, node, "An entry of the page tree had no pages.");
+  }
+  const std::uint32_t page = DictAt(doc, ReferenceTo(number, 0));
+  if (page != 0) MakeParentRight(doc, number, page, node.number);
+  ++node.next;
+  ++node.pages;
+}
+
+void LeaveNode(Repair& repair) {
+  Document& doc = repair.doc;
+  const Node node = repair.path.back();
+  repair.path.pop_back();
+  if (IntegerEntry(doc, node.dict, "Count", -1) != node.pages) {
+    Tell(doc, node.number, "A count of pages was wrong.");
+    Put(doc, node.dict, "Count", IntegerOf(node.pages));
+  }
+  if (!repair.path.empty()) repair.path.back().pages += node.pages;
+}
+
+// A tree of one level over all pages that can be read.
+std::uint32_t MakeTree(Document& doc) {
+  const std::uint32_t kids = NewCell(doc.cells, CellKind::kArray);
+  const std::uint32_t count = doc.objects.count;
+  for (std::uint32_t number = 1; number < count; ++number) {
+    const ObjectSlot* slot = FindSlot(doc.objects, number);
+    if (slot == nullptr || !InUse(*slot)) continue;
+    const Value value = ReferenceTo(number, slot->generation);
+    const std::uint32_t dict = DictAt(doc, value);
+    if (dict != 0 && TypeIs(doc, dict, "Page")) {
+      InsertElement(doc, kids, CellAt(doc.cells, kids).size, value);
+    }
+  }
+  if (CellAt(doc.cells, kids).size == 0) return 0;
+  const std::uint32_t tree = NewCell(doc.cells, CellKind::kDict);
+  SetEntry(doc, tree, NameFromText(doc, "Type"), NameOf(NameFromText(doc, "Pages")));
+  SetEntry(doc, tree, NameFromText(doc, "Kids"), CellValue(kids));
+  return AddObject(doc, CellValue(tree));
+}
+
+// The number of the tree's root, which gets one; 0 when there are no pages.
+std::uint32_t RootOfTree(Document& doc, std::uint32_t catalog) {
+  const Value entry = EntryValue(doc, catalog, "Pages");
+  const std::uint32_t dict = DictAt(doc, entry);
+  if (dict != 0 && entry.tag == ValueTag::kReference && KidsOf(doc, dict) != 0) {
+    return entry.payload;
+  }
+  std::uint32_t number = 0;
+  if (dict != 0 && KidsOf(doc, dict) != 0) {
+    Tell(doc, doc.root, "The page tree had no object number of its own.");
+    number = AddObject(doc, entry);
+  } else {
+    number = MakeTree(doc);
+    if (number == 0) return 0;
+    Tell(doc, doc.root, "The page tree was missing; it was made of the pages there are.");
+  }
+  // The old entry's cell may be the tree itself.
+  DictEntry* old = FindEntry(CellAt(doc.cells, catalog), NameFromText(doc, "Pages"));
+  if (old != nullptr) old->value = kNullValue;
+  Put(doc, catalog, "Pages", ReferenceTo(number, 0));
+  return number;
+}
+
+}  // namespace
+
+void RepairPages(Document& doc) {
+  const std::uint32_t catalog = CellOf(doc, EntryValue(doc, doc.trailer, "Root"), CellKind::kDict);
+  if (!doc.isPdf || catalog == 0) return;
+  const std::uint32_t root = RootOfTree(doc, catalog);
+  if (root == 0) return;
+  Repair repair{doc, {}, {root}};
+  const std::uint32_t dict = DictAt(doc, LoadObject(doc, root));
+  MakeTypeRight(doc, root, dict, "Pages");
+  repair.path.push_back({root, dict, KidsOf(doc, dict)});
+  while (!repair.path.empty()) {
+    const Node& node = repair.path.back();
+    if (node.next < CellAt(doc.cells, node.kids).size) {
+      PassKid(repair);
+    } else {
+      LeaveNode(repair);
+    }
+  }
+}
+
+}  // namespace quillon::objects

@@ -1,0 +1,230 @@
+#include "tests/fault_sweep/scenarios.h"
+
+#include <cstring>
+#include <sstream>
+#include <utility>
+
+#include "plugin/frame/plugin_main.h"
+#include "quillon/core/guard.h"
+#include "quillon/core/host.h"
+#include "quillon/core/operations.h"
+#include "quillon/document/object_reading.h"
+#include "quillon/document/open_document.h"
+#include "quillon/document/operations.h"
+#include "quillon/document/page_edit.h"
+#include "quillon/objects/operations.h"
+#include "quillon/objects/pdf_file.h"
+#include "quillon/viewer/draw_page.h"
+#include "quillon/viewer/open_view.h"
+#include "quillon/viewer/operations.h"
+#include "sdk/forms_table.h"
+#include "tests/support/form_pdf.h"
+
+namespace quillon::test {
+namespace {
+
+using quillform::FieldNode;
+using quillform::FormsTable;
+
+const FormsTable& Forms() {
+  const Atom name = core::AtomFromName(quillform::kFormsTableName);
+  auto* table = static_cast<FormsTable*>(core::GetTable(name, quillform::kFormsVersion));
+  if (table == nullptr) Fail(kErrorNotOffered, "the plug-in offers no forms");
+  return *table;
+}
+
+std::string FormOfAllKinds(const std::string& text) {
+  const std::string states = "/AP << /N << /Yes 9 0 R /Off 9 0 R >> >> /AS /Off";
+  return FormPdf({
+      WidgetField("Tx", "text", "/V (" + text + ")"),
+      WidgetField("Tx", "lines", "/Ff 4096 /V (one)", "[100 600 300 660]"),
+      WidgetField("Btn", "box", states, "[100 560 120 580]"),
+      WidgetField("Btn", "radio", "/Ff 32768 " + states, "[100 530 120 550]"),
+      WidgetField("Btn", "button", "/Ff 65536 /MK << /CA (Push) >>", "[100 500 200 520]"),
+      WidgetField("Ch", "combo", "/Ff 131072 /Opt [(red) (green)]", "[100 470 200 490]"),
+      WidgetField("Ch", "list", "/Opt [[(r) (red)] [(g) (green)]]", "[100 420 200 460]"),
+  });
+}
+
+constexpr const char* kValuesAsFdf =
+    "%FDF-1.2\n1 0 obj\n<< /FDF << /Fields [<< /T (box) /V /Yes >> << /T (combo) /V (green) >>\n"
+    "<< /T (lines) /V (of\\rtwo) >> << /T (text) /V (imported) >>] >> >>\nendobj\n"
+    "trailer\n<< /Root 1 0 R >>\n%%EOF\n";
+
+void SetValue(FormWorld& world, const char* name, const char* value, bool isName = false) {
+  const ObjectDoc objects = document::ObjectDocOf(world.doc);
+  Forms().LoadAllFields(world.doc);
+  const FieldNode node = Forms().FindFieldByName(world.doc, name);
+  if (node == nullptr) Fail(kErrorGeneral, std::string("no field ") + name);
+  ObjectHandle made = isName ? objects::NewName(objects, 0, core::AtomFromName(value))
+                             : objects::NewString(objects, 0, value,
+                                                  static_cast<std::uint32_t>(std::strlen(value)));
+  try {
+    Forms().SetFieldValue(node, made);
+  } catch (...) {
+    objects::Destroy(made);
+    throw;
+  }
+  objects::Destroy(made);
+}
+
+void List(FormWorld& world) { TakeSnapshot(world.doc); }
+
+void Draw(FormWorld& world) { DrawPageAnnots(world.view, 0); }
+
+void Save(FormWorld& world) {
+  PrepareSave(world.view);
+  world.saved = DocumentToBytes(world.doc);
+  ResumeAfterSave(world.view);
+}
+
+void Export(FormWorld& world) {
+  const ObjectDoc fdf =
+      Forms().CreateFDFFromForm(world.doc, kNullObject, 1, 0, 1, 1, "/tmp/data.fdf");
+  objects::CloseDocument(fdf);
+}
+
+void Reopen(FormWorld& world) {
+  const DocView view = std::exchange(world.view, nullptr);
+  viewer::CloseView(view);
+  world.doc = nullptr;
+  world.view = OpenViewOfDocument(OpenDocumentBytes(FormOfAllKinds("old")));
+  world.doc = viewer::DocOf(world.view);
+}
+
+std::string StringText(ObjectHandle value) {
+  std::uint32_t length = 0;
+  const char* bytes = objects::StringValue(value, &length);
+  return {bytes, length};
+}
+
+std::string ValueText(ObjectHandle value) {
+  switch (objects::TypeOf(value)) {
+    case ObjectKind::kString:
+      return StringText(value);
+    case ObjectKind::kName:
+      return std::string("/") + core::NameFromAtom(objects::NameValue(value));
+    default:
+      return "-";
+  }
+}
+
+Boolean AddToSnapshot(FieldNode node, void* data) {
+  (*static_cast<Snapshot*>(data))[Forms().FieldNodeName(node)] =
+      ValueText(Forms().GetFieldValue(node));
+  return 1;
+}
+
+// Brackets of a content stream: q and Q, BMC or BDC and EMC, BT and ET.
+bool Balanced(const std::string& content) {
+  std::map<char, int> depth;
+  std::istringstream words(content);
+  for (std::string word; words >> word;) {
+    if (word == "q" || word == "Q") depth['q'] += word == "q" ? 1 : -1;
+    if (word == "BMC" || word == "BDC" || word == "EMC") depth['m'] += word == "EMC" ? -1 : 1;
+    if (word == "BT" || word == "ET") depth['t'] += word == "BT" ? 1 : -1;
+  }
+  for (const auto& [kind, open] : depth) {
+    if (open != 0) return false;
+  }
+  return true;
+}
+
+std::string StreamFault(ObjectHandle stream) {
+  if (objects::TypeOf(stream) != ObjectKind::kStream || Balanced(DecodedStream(stream))) return "";
+  return "object " + std::to_string(ObjectNumberOf(stream)) + " is a half-built appearance";
+}
+
+// The normal appearances of the first page's widgets, of every state.
+std::string AppearanceFault(DocHandle doc) {
+  std::string fault;
+  const PageHandle page = document::AcquirePage(doc, 0);
+  for (std::uint32_t i = 0; i < document::AnnotCount(page); ++i) {
+    const ObjectHandle annot = document::AnnotDict(document::AnnotAt(page, i));
+    const auto entry = [](ObjectHandle dict, const char* key) {
+      return document::EntryOf(dict, core::AtomFromName(key));
+    };
+    const ObjectHandle normal = entry(entry(annot, "AP"), "N");
+    fault += StreamFault(normal);
+    if (objects::TypeOf(normal) != ObjectKind::kDict) continue;
+    for (const char* state : {"Yes", "Off"}) fault += StreamFault(entry(normal, state));
+  }
+  document::ReleasePage(page);
+  return fault;
+}
+
+}  // namespace
+
+const std::vector<Scenario>& Scenarios() {
+  static const std::vector<Scenario> scenarios = {
+      {"start", true, nullptr},
+      {"close and open", false, Reopen},
+      {"list", false, List},
+      {"draw", false, Draw},
+      {"fill text", false, [](FormWorld& world) { SetValue(world, "text", "new"); }},
+      {"fill lines", false, [](FormWorld& world) { SetValue(world, "lines", "a\rb\rc"); }},
+      {"fill box", false, [](FormWorld& world) { SetValue(world, "box", "Yes", true); }},
+      {"fill radio", false, [](FormWorld& world) { SetValue(world, "radio", "Yes", true); }},
+      {"fill combo", false, [](FormWorld& world) { SetValue(world, "combo", "green"); }},
+      {"fill list", false, [](FormWorld& world) { SetValue(world, "list", "g"); }},
+      {"export", false, Export},
+      {"import", false, [](FormWorld& world) { Forms().ImportFDF(world.doc, world.fdf); }},
+      {"reset", false, [](FormWorld& world) { Forms().ResetFields(world.doc, kNullObject, 1); }},
+      {"insert pages", false,
+       [](FormWorld& world) { InsertPages(world.doc, 0, world.otherDoc, 0, 0); }},
+      {"save", false, Save},
+  };
+  return scenarios;
+}
+
+void StartPlugIn() {
+  AttachPlugIn(&PlugInMain, nullptr);
+  InitialisePlugIns();
+}
+
+void OpenWorld(FormWorld& world) {
+  world.view = OpenViewOfDocument(OpenDocumentBytes(FormOfAllKinds("old")));
+  world.doc = viewer::DocOf(world.view);
+  world.otherDoc = OpenDocumentBytes(FormOfAllKinds("other"));
+  OpenOptions options;
+  options.header = "%FDF-";
+  world.fdf = OpenPdfBytes(kValuesAsFdf, options, nullptr);
+}
+
+void CloseWorld(FormWorld& world) {
+  if (world.fdf != nullptr) ClosePdf(world.fdf);
+  if (world.otherDoc != nullptr) CloseDocument(world.otherDoc);
+  if (world.view != nullptr) viewer::CloseView(world.view);
+  world = FormWorld{};
+}
+
+Snapshot TakeSnapshot(DocHandle doc) {
+  Snapshot snapshot;
+  CallGuarded([&] {
+    Forms().LoadAllFields(doc);
+    Forms().ForEachFieldNode(doc, 1, 1, AddToSnapshot, &snapshot);
+  });
+  snapshot["(pages)"] = std::to_string(document::PageCount(doc));
+  return snapshot;
+}
+
+std::string FaultOf(FormWorld& world) {
+  if (world.doc == nullptr) return "";
+  std::string fault = AppearanceFault(world.doc);
+  if (!fault.empty()) return fault;
+  PrepareSave(world.view);
+  const std::string bytes = DocumentToBytes(world.doc);
+  ResumeAfterSave(world.view);
+  const Snapshot here = TakeSnapshot(world.doc);
+  const DocView view = OpenViewOfDocument(OpenDocumentBytes(bytes));
+  const Snapshot again = TakeSnapshot(viewer::DocOf(view));
+  viewer::CloseView(view);
+  for (const auto& [name, value] : here) {
+    const auto found = again.find(name);
+    if (found == again.end()) return name + " is missing from what was saved";
+    if (found->second != value) return name + " is saved as " + found->second + ", not " + value;
+  }
+  return again.size() == here.size() ? "" : "what was saved has more fields";
+}
+
+}  // namespace quillon::test

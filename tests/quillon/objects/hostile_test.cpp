@@ -1,0 +1,106 @@
+// Files made to hurt end with an error before they take much time or memory.
+#include <zlib.h>
+
+#include "tests/quillon/objects/file_text.h"
+
+namespace quillon::test {
+namespace {
+
+constexpr const char* kCatalog = "%PDF-1.7\n1 0 obj<</Type/Catalog>>endobj\n";
+
+std::string Repeated(const std::string& text, std::size_t size) {
+  std::string all;
+  while (all.size() < size) all += text;
+  return all;
+}
+
+// Numbered objects of one text.
+std::string Objects(const std::string& text, int count) {
+  std::string all;
+  for (int i = 2; i < count; ++i) all += std::to_string(i) + " 0 obj" + text;
+  return all;
+}
+
+// Opens, touches every object and writes the document; the code of the failure.
+FailureCode FailureOf(const std::string& bytes) {
+  try {
+    const OpenedDocument file(bytes);
+    PutText(file.doc, file.Root(), "T", "changed");
+    PdfToBytes(file.doc);
+    for (std::uint32_t number = 1; number < ObjectCount(file.doc); ++number) file.At(number);
+  } catch (const HostFailure& failure) {
+    return failure.code;
+  }
+  return kErrorNone;
+}
+
+TEST(Hostile, TextsThatEachObjectStartsAnewAreNotReadWithoutEnd) {
+  const std::string trailer = "trailer<</Root 1 0 R>>";
+  for (const char* text : {"(", "<</A (", "<</A <"}) {
+    SCOPED_TRACE(text);
+    EXPECT_EQ(FailureOf(kCatalog + Objects(text, 100000)), kErrorBadFile);
+  }
+  EXPECT_EQ(FailureOf(kCatalog + Repeated("trailer(", 1 << 20)), kErrorNone);
+}
+
+TEST(Hostile, NestingEndsWithAnError) {
+  for (const char* text : {"[", "<</A"}) {
+    EXPECT_EQ(FailureOf(std::string(kCatalog) + "2 0 obj" + Repeated(text, 1 << 20) +
+                        "\nendobj\ntrailer<</Root 1 0 R>>"),
+              kErrorBadObject);
+  }
+}
+
+TEST(Hostile, StreamsWithoutEndAreLookedForOnce) {
+  const std::string streams = Objects("<<>>stream\n", 50000);
+  EXPECT_NE(FailureOf(kCatalog + streams + "trailer<</Root 1 0 R>>"), kErrorBadHeader);
+}
+
+std::string Deflated(const std::string& data) {
+  std::string out(compressBound(data.size()), '\0');
+  uLongf size = out.size();
+  compress(reinterpret_cast<Bytef*>(out.data()), &size, reinterpret_cast<const Bytef*>(data.data()),
+           data.size());
+  out.resize(size);
+  return out;
+}
+
+std::string ObjectStream(int number, const std::string& data, int count, std::size_t first) {
+  return std::to_string(number) + " 0 obj<</Type/ObjStm/Filter/FlateDecode/N " +
+         std::to_string(count) + "/First " + std::to_string(first) + "/Length " +
+         std::to_string(data.size()) + ">>stream\n" + data + "\nendstream endobj\n";
+}
+
+TEST(Hostile, ObjectStreamsOfTooMuchAreRefused) {
+  const std::string one = Deflated(std::string(std::size_t{40} << 20, ' '));
+  std::string bytes = kCatalog;
+  for (int i = 10; i < 16; ++i) bytes += ObjectStream(i, one, 1, 10);
+  EXPECT_EQ(FailureOf(bytes + "trailer<</Root 1 0 R>>"), kErrorBadFile);
+  const std::string larger = Deflated(std::string(std::size_t{120} << 20, ' '));
+  const OpenedDocument file(kCatalog + ObjectStream(10, larger, 1, 10) + "trailer<</Root 1 0 R>>");
+  EXPECT_FALSE(PdfWarnings(file.doc).empty()) << "a stream beyond the bound was decoded";
+}
+
+TEST(Hostile, MembersThatAreTheSameBytesAreNotReadAgainAndAgain) {
+  std::string index;
+  for (int i = 20; i < 4020; ++i) index += std::to_string(i) + " 0 ";
+  const std::string array = "[" + Repeated("()", 200000) + "]";
+  EXPECT_EQ(FailureOf(kCatalog + ObjectStream(10, Deflated(index + array), 4000, index.size()) +
+                      "trailer<</Root 1 0 R>>"),
+            kErrorBadFile);
+}
+
+TEST(Hostile, CrossReferencesCannotListMoreThanTheFileHolds) {
+  const std::string entries = Deflated(std::string(3 * 4000000, '\1'));
+  std::string bytes = kCatalog;
+  const std::size_t start = bytes.size();
+  bytes += "2 0 obj<</Type/XRef/W[1 1 1]/Size 4000000/Root 1 0 R/Filter/FlateDecode/Length " +
+           std::to_string(entries.size()) + ">>stream\n" + entries + "\nendstream endobj\n" +
+           "startxref\n" + std::to_string(start) + "\n%%EOF";
+  const OpenedDocument file(bytes);
+  EXPECT_LT(ObjectCount(file.doc), 10u) << "the objects that are there were not looked for";
+  EXPECT_FALSE(PdfWarnings(file.doc).empty());
+}
+
+}  // namespace
+}  // namespace quillon::test

@@ -36,7 +36,9 @@ TEST(Append, KeepsTheOldBytesAndAddsOnlyWhatChanged) {
       const std::string text = "value " + std::to_string(i);
       const std::string appended = Appended(bytes, text);
       ASSERT_EQ(appended.substr(0, bytes.size()), bytes);
-      if (i > 1) EXPECT_NEAR(double(appended.size() - bytes.size()), double(growth), 20);
+      if (i > 1) {
+        EXPECT_NEAR(double(appended.size() - bytes.size()), double(growth), 20);
+      }
       growth = appended.size() - bytes.size();
       EXPECT_LT(growth, 500u);
       bytes = appended;

@@ -107,9 +107,13 @@ FaultCount DisarmFault() {
 
 namespace {
 
+void* AllocateOrNull(std::size_t size) {
+  if (FailsNow(FaultKind::kAllocation, "operator new")) return nullptr;
+  return std::malloc(size == 0 ? 1 : size);
+}
+
 void* AllocateOrThrow(std::size_t size) {
-  if (FailsNow(FaultKind::kAllocation, "operator new")) throw std::bad_alloc();
-  void* memory = std::malloc(size == 0 ? 1 : size);
+  void* memory = AllocateOrNull(size);
   if (memory == nullptr) throw std::bad_alloc();
   return memory;
 }
@@ -119,6 +123,9 @@ void* AllocateOrThrow(std::size_t size) {
 
 void* operator new(std::size_t size) { return quillon::test::AllocateOrThrow(size); }
 void* operator new[](std::size_t size) { return quillon::test::AllocateOrThrow(size); }
+void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
+  return quillon::test::AllocateOrNull(size);
+}
 void operator delete(void* memory) noexcept { std::free(memory); }
 void operator delete[](void* memory) noexcept { std::free(memory); }
 void operator delete(void* memory, std::size_t) noexcept { std::free(memory); }

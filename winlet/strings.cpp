@@ -107,6 +107,9 @@ SortKey SortKeyOf(LPCSTR text) {
 
 int Compare(LPCSTR a, LPCSTR b, bool withCase) {
   if (a == nullptr || b == nullptr) return (a != nullptr) - (b != nullptr);
+  // What both begin with decides nothing: each character has the same part in both keys.
+  for (; *a != '\0' && *a == *b; ++a, ++b) {
+  }
   const SortKey keyA = SortKeyOf(a);
   const SortKey keyB = SortKeyOf(b);
   std::strong_ordering order = keyA.signs <=> keyB.signs;

@@ -14,6 +14,7 @@
 #include "quillon/app/records.h"
 #include "quillon/app/session.h"
 #include "quillon/app/worker_processes.h"
+#include "quillon/objects/replace_file.h"
 #include "quillon/viewer/open_view.h"
 
 namespace quillon::app {
@@ -42,7 +43,11 @@ std::vector<std::string> FillRow(const Batch& batch, std::size_t row) {
   std::vector<std::string> problems = SetValues(opened.doc, plan.fills);
   if (!problems.empty()) return problems;
   PrepareSave(opened.view);
-  SaveDocumentFile(opened.doc, batch.names[row], SaveOptions{batch.arguments.append});
+  const std::string bytes = DocumentToBytes(opened.doc, SaveOptions{batch.arguments.append});
+  // The table is still there should the power fail.
+  objects::ReplaceFile(
+      batch.names[row], [&bytes](const objects::TakeBytes& take) { take(bytes); },
+      objects::Flushing::kLeftToSystem);
   return {};
 }
 

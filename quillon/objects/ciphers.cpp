@@ -8,8 +8,9 @@
 
 #ifdef _WIN32
 
-#include <bcrypt.h>
 #include <windows.h>
+// Needs the types of the one above.
+#include <bcrypt.h>
 
 #else
 

@@ -149,7 +149,8 @@ void WriteThrough(const fs::path& target, const std::function<void(const TakeByt
 
 }  // namespace
 
-void ReplaceFile(const std::string& file, const std::function<void(const TakeBytes&)>& write) {
+void ReplaceFile(const std::string& file, const std::function<void(const TakeBytes&)>& write,
+                 Flushing flushing) {
   const fs::path target = Target(file);
   std::error_code unknown;
   const fs::file_status status = fs::status(target, unknown);
@@ -165,7 +166,8 @@ void ReplaceFile(const std::string& file, const std::function<void(const TakeByt
   CreateBeside(target, &temporary);
   CopyPermissions(temporary.number, target);
   write([&temporary](std::string_view bytes) { WriteAll(temporary, bytes); });
-  if (!FlushToDisk(temporary.number)) {
+  const bool flushes = flushing == Flushing::kNow;
+  if (flushes && !FlushToDisk(temporary.number)) {
     FailWriting(target, std::generic_category().message(errno));
   }
   const bool closed = CloseNumber(temporary.number);
@@ -175,6 +177,7 @@ void ReplaceFile(const std::string& file, const std::function<void(const TakeByt
   fs::rename(temporary.path, target, failed);
   if (failed) FailWriting(target, failed.message());
   temporary.placed = true;
+  if (!flushes) return;
   FlushFolder(target.parent_path().empty() ? fs::path(".") : target.parent_path());
 }
 

@@ -13,6 +13,13 @@ namespace quillon::objects {
 // written is not replaced. What is no plain file (a device, a pipe) is never replaced: the bytes
 // are written to it. Throws HostFailure (kErrorWriteFile).
 using TakeBytes = std::function<void(std::string_view)>;
-void ReplaceFile(const std::string& file, const std::function<void(const TakeBytes&)>& write);
+
+// Whether the new file is on the disk when the call returns, so that it is there, or the old one,
+// after a loss of power too. Left to the system, that is so some time later: for many files that
+// can be made anew, whose flushing would take most of the time.
+enum class Flushing { kNow, kLeftToSystem };
+
+void ReplaceFile(const std::string& file, const std::function<void(const TakeBytes&)>& write,
+                 Flushing flushing = Flushing::kNow);
 
 }  // namespace quillon::objects

@@ -353,7 +353,7 @@ const std::vector<DamageWay>& DamageWays() {
       {"header-far-inside", "more of them than a header may be preceded by", HeaderFarInside},
       {"junk-after-end", "8,000 bytes of message after the file", JunkAfterEnd},
       {"no-header", "the first eight bytes overwritten", NoHeader},
-      {"line-ends-converted", "sent as text: LF became CR LF", LineEndsConverted},
+      {"line-ends-converted", "sent as text: LF became CR LF", LineEndsConverted, true},
       {"cut-in-half", "the second half lost", CutInHalf},
       {"cut-short", "the last tenth lost", CutShort},
       {"cut-at-end", "the last 30 bytes lost", CutAtTheEnd},

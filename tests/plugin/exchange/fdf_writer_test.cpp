@@ -103,10 +103,11 @@ TEST_F(FdfWriter, the_document_is_named_relative_to_the_file_and_identified) {
   view = quillon::OpenViewOfFile(form);
   doc = Viewer->DocOf(view);
   const std::string base = folder.File("data.fdf");
+  const std::string platformForm = std::filesystem::path(form).make_preferred().string();
   for (const char* given : {base.c_str(), static_cast<const char*>(nullptr)}) {
     const OwnedFdf fdf(CreateFDFFromForm(doc, kNullObject, true, false, true, true, given));
     const ObjectHandle dict = FdfDictOf(fdf.doc);
-    EXPECT_EQ(Entry(dict, "F"), given != nullptr ? "(form.pdf)" : "(" + form + ")");
+    EXPECT_EQ(Entry(dict, "F"), given != nullptr ? "(form.pdf)" : "(" + platformForm + ")");
     EXPECT_EQ(Objects->ArrayLength(Objects->DictGet(dict, key::ID)), 2u);
     EXPECT_FALSE(Objects->DictKnown(dict, key::Fields));
     EXPECT_TRUE(FdfIsFor(dict, doc));

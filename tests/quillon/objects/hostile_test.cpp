@@ -57,10 +57,11 @@ TEST(Hostile, StreamsWithoutEndAreLookedForOnce) {
 }
 
 std::string Deflated(const std::string& data) {
-  std::string out(compressBound(data.size()), '\0');
-  uLongf size = out.size();
+  const auto length = static_cast<uLong>(data.size());
+  uLongf size = compressBound(length);
+  std::string out(size, '\0');
   compress(reinterpret_cast<Bytef*>(out.data()), &size, reinterpret_cast<const Bytef*>(data.data()),
-           data.size());
+           length);
   out.resize(size);
   return out;
 }

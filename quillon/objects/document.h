@@ -52,6 +52,7 @@ struct Document {
   CellTable cells;
   ObjectTable objects;
   std::vector<std::string> furtherNames;  // NameCode - kFirstFurtherName
+  std::unordered_map<std::string, NameCode> furtherNameCodes;
   std::unordered_map<std::uint32_t, std::unique_ptr<ObjectStream>> objectStreams;
 
   std::uint32_t trailer = 0;  // cell of the trailer dictionary; its parent is "object 0"

@@ -26,9 +26,15 @@ void CheckKept(Document& doc, std::uint64_t bytes) {
 
 void CheckCells(const Document& doc) {
   if (doc.source.bytes.empty()) return;
-  if (doc.cells.used <= kCellsBesides + doc.text.size() / kBytesPerCell) return;
+  const std::uint64_t read = doc.text.size() + doc.costs.kept;
+  if (doc.cells.used <= kCellsBesides + read / kBytesPerCell) return;
   Fail(kErrorBadFile,
        std::string("The file has more objects than a file of this size should have.") + kAdvice);
+}
+
+void CheckNames(const Document& doc) {
+  if (doc.furtherNames.size() < kMaxFurtherNames) return;
+  Fail(kErrorBadFile, std::string("The file has too many different names.") + kAdvice);
 }
 
 void SpendEntries(Document& doc, std::uint64_t count) {

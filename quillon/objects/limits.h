@@ -21,10 +21,14 @@ inline constexpr std::uint64_t kWorkBesides = std::uint64_t{32} << 20;
 inline constexpr std::uint64_t kKeptPerByte = 16;
 inline constexpr std::uint64_t kKeptBesides = std::uint64_t{64} << 20;
 
-// A string, array or dictionary costs a cell of 32 bytes. In files in use there is one for every
-// fifteen bytes or more of text, which may be deflated.
-inline constexpr std::uint64_t kBytesPerCell = 3;
-inline constexpr std::uint64_t kCellsBesides = std::uint64_t{4} << 20;
+// A string, array or dictionary costs a cell of 32 bytes, and often more of the same size where it
+// is used. Files in use have one for every fifteen bytes of text, deflated text counted as
+// inflated.
+inline constexpr std::uint64_t kBytesPerCell = 8;
+inline constexpr std::uint64_t kCellsBesides = std::uint64_t{1} << 20;
+
+// Names that find no atom any more: atoms are 65,534 for all documents together.
+inline constexpr std::size_t kMaxFurtherNames = 100000;
 
 // An object has a line of cross-references that takes three bytes or more before it is deflated,
 // and text of its own.
@@ -43,6 +47,9 @@ void CheckKept(Document& doc, std::uint64_t bytes);
 
 // Throws when the document has more cells than its size explains.
 void CheckCells(const Document& doc);
+
+// Throws when the document has as many names without atoms as it may have.
+void CheckNames(const Document& doc);
 
 // Throws when the cross-references have `count` more entries than the file has room for.
 void SpendEntries(Document& doc, std::uint64_t count);

@@ -4,6 +4,7 @@
 
 #include "quillon/core/operations.h"
 #include "quillon/objects/document.h"
+#include "quillon/objects/limits.h"
 
 namespace quillon::objects {
 namespace {
@@ -24,11 +25,13 @@ KnownName& KnownNameSlot(std::string_view text) {
 }
 
 NameCode FurtherName(Document& doc, const std::string& text) {
-  for (std::size_t i = 0; i < doc.furtherNames.size(); ++i) {
-    if (doc.furtherNames[i] == text) return kFirstFurtherName + static_cast<NameCode>(i);
-  }
+  const auto known = doc.furtherNameCodes.find(text);
+  if (known != doc.furtherNameCodes.end()) return known->second;
+  CheckNames(doc);
+  const auto code = kFirstFurtherName + static_cast<NameCode>(doc.furtherNames.size());
   doc.furtherNames.push_back(text);
-  return kFirstFurtherName + static_cast<NameCode>(doc.furtherNames.size() - 1);
+  doc.furtherNameCodes.emplace(text, code);
+  return code;
 }
 
 }  // namespace

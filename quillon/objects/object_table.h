@@ -35,7 +35,7 @@ struct ObjectSlot {
 
 // Paged, so that a lone high number costs little and slots never move.
 struct ObjectTable {
-  static constexpr std::uint32_t kPageSize = 1024;
+  static constexpr std::uint32_t kPageSize = 128;
   std::vector<std::unique_ptr<ObjectSlot[]>> pages;
   std::uint32_t count = 1;  // the highest number known + 1
 };

@@ -12,11 +12,15 @@ namespace {
 // Levels of the tree that are kept; trees in use have five or less.
 constexpr std::size_t kMaxDepth = 256;
 
+// Pages listed again become pages of their own, as many as somebody may have meant.
+constexpr int kMaxCopies = 1000;
+
 struct Node {
   std::uint32_t number;
   std::uint32_t dict;
   std::uint32_t kids;
   std::uint32_t next = 0;  // in kids
+  std::uint32_t kept = 0;  // of the kids passed: they stand at the front
   std::int32_t pages = 0;  // below the kids passed
 };
 
@@ -24,6 +28,7 @@ struct Repair {
   Document& doc;
   std::vector<Node> path;
   std::unordered_set<std::uint32_t> met;  // object numbers
+  int copies = 0;
 };
 
 void Tell(Document& doc, std::uint32_t number, const std::string& text) {
@@ -126,18 +131,49 @@ std::uint32_t CopyPage(Document& doc, std::uint32_t dict) {
 
 void TakeOut(Document& doc, Node& node, const char* reason) {
   Tell(doc, node.number, reason);
-  RemoveElement(doc, node.kids, node.next);
-  MarkCellChanged(doc, node.kids);
+  ++node.next;
 }
 
-void ReplaceKid(Document& doc, const Node& node, std::uint32_t number) {
-  const ObjectSlot* slot = FindSlot(doc.objects, number);
-  Value& place = ElementsOf(CellAt(doc.cells, node.kids))[node.next];
-  place = ReferenceTo(number, slot->generation);
-  MarkCellChanged(doc, node.kids);
+// The kid at node.next stays, as the object of that number.
+void Keep(Document& doc, Node& node, std::uint32_t number) {
+  Value* kids = ElementsOf(CellAt(doc.cells, node.kids));
+  const Value kid = ReferenceTo(number, FindSlot(doc.objects, number)->generation);
+  if (kids[node.next] != kid) MarkCellChanged(doc, node.kids);
+  kids[node.kept++] = kid;
+  ++node.next;
 }
 
-// One kid: left behind, taken out, or entered.
+void EnterNode(Repair& repair, std::uint32_t number, std::uint32_t dict, std::uint32_t kids) {
+  Node& node = repair.path.back();
+  MakeTypeRight(repair.doc, number, dict, "Pages");
+  MakeParentRight(repair.doc, number, dict, node.number);
+  Keep(repair.doc, node, number);
+  repair.path.push_back({number, dict, kids});
+}
+
+void PassPage(Repair& repair, std::uint32_t number, std::uint32_t dict) {
+  Document& doc = repair.doc;
+  Node& node = repair.path.back();
+  if (TypeIs(doc, dict, "Pages")) {
+    return TakeOut(doc, node, "An entry of the page tree had no pages.");
+  }
+  RepairPage(doc, number, dict, node.number);
+  Keep(doc, node, number);
+  ++node.pages;
+}
+
+void PassPageAgain(Repair& repair, std::uint32_t number, std::uint32_t dict) {
+  Document& doc = repair.doc;
+  if (repair.copies == kMaxCopies) {
+    return TakeOut(doc, repair.path.back(), "A page was listed over and over.");
+  }
+  ++repair.copies;
+  Tell(doc, number, "A page was listed twice.");
+  const std::uint32_t copy = CopyPage(doc, dict);
+  PassPage(repair, copy, LoadObject(doc, copy).payload);
+}
+
+// One kid: kept, taken out, or entered.
 void PassKid(Repair& repair) {
   Document& doc = repair.doc;
   Node& node = repair.path.back();
@@ -148,39 +184,27 @@ void PassKid(Repair& repair) {
   if (kid.tag != ValueTag::kReference) {
     Tell(doc, node.number, "A page had no object number of its own.");
     number = AddObject(doc, kid);
-    ReplaceKid(doc, node, number);
   }
   const std::uint32_t kids = KidsOf(doc, dict);
   const bool isNew = repair.met.insert(number).second;
-  if (kids != 0 && (!isNew || repair.path.size() >= kMaxDepth)) {
-    return TakeOut(doc, node, "An entry of the page tree led back into it.");
-  }
-  if (kids != 0) {
-    MakeTypeRight(doc, number, dict, "Pages");
-    MakeParentRight(doc, number, dict, node.number);
-    ++node.next;
-    repair.path.push_back({number, dict, kids});
-    return;
-  }
-  if (!isNew) {
-    Tell(doc, number, "A page was listed twice.");
-    number = CopyPage(doc, dict);
-    ReplaceKid(doc, node, number);
-  } else if (!TypeIs(doc, dict, "Pages")) {
-    RepairPage(doc, number, dict, node.number);
+  if (kids == 0) {
+    isNew ? PassPage(repair, number, dict) : PassPageAgain(repair, number, dict);
+  } else if (isNew && repair.path.size() < kMaxDepth) {
+    EnterNode(repair, number, dict, kids);
   } else {
-    return TakeOut(doc, node, "An entry of the page tree had no pages.");
+    TakeOut(doc, node, "An entry of the page tree led back into it.");
   }
-  const std::uint32_t page = DictAt(doc, ReferenceTo(number, 0));
-  if (page != 0) MakeParentRight(doc, number, page, node.number);
-  ++node.next;
-  ++node.pages;
 }
 
 void LeaveNode(Repair& repair) {
   Document& doc = repair.doc;
   const Node node = repair.path.back();
   repair.path.pop_back();
+  Cell& kids = CellAt(doc.cells, node.kids);
+  if (node.kept != kids.size) {
+    kids.size = node.kept;
+    MarkCellChanged(doc, node.kids);
+  }
   if (IntegerEntry(doc, node.dict, "Count", -1) != node.pages) {
     Tell(doc, node.number, "A count of pages was wrong.");
     Put(doc, node.dict, "Count", IntegerOf(node.pages));

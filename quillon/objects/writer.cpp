@@ -22,7 +22,7 @@ constexpr std::size_t kPieceSize = std::size_t{256} * 1024;
 constexpr std::string_view kBinaryComment = "\n%\xE2\xE3\xCF\xD3\n";
 
 // Numbers nobody uses are listed as free up to this many in a row; larger gaps are left out.
-constexpr std::uint32_t kMaxListedGap = 1024;
+constexpr std::uint32_t kMaxListedGap = 32;
 
 std::string RandomId() {
   std::random_device device;

@@ -87,6 +87,9 @@ void ReadSections(Document& doc, Reading* reading) {
     const std::int32_t previous = IntegerEntry(doc, section.dict, "Prev", -1);
     if (previous < 0) break;
     position = static_cast<std::uint64_t>(previous);
+    if (reading->positions.contains(position)) {
+      Warn(doc, "The cross-references lead back to where they were.", 0, FileOffset(doc, position));
+    }
   }
 }
 

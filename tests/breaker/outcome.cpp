@@ -44,6 +44,7 @@ std::string FaultBesidesData(const std::string& findings) {
     const bool data = line.find("decoding stream data") != std::string::npos ||
                       line.find("content stream") != std::string::npos ||
                       line.find("inflate") != std::string::npos ||
+                      line.find("input stream is complete") != std::string::npos ||
                       line.find("content normalization") != std::string::npos ||
                       line.find("parse error while reading") != std::string::npos;
     if (fault && !data) return line;

@@ -11,14 +11,15 @@
 namespace quillon::test {
 namespace {
 
-// The example as it is, with its objects deflated, and encrypted.
+// The example as it is, with its objects deflated, and encrypted: the same bytes in every run.
 std::vector<std::string> Forms(const TempFolder& folder) {
   std::vector<std::string> forms = {ExampleForm()};
   if (!HasTool("qpdf")) return forms;
   const std::string streams = folder.File("streams.pdf");
   const std::string encrypted = folder.File("encrypted.pdf");
-  RunProcess({"qpdf", "--object-streams=generate", ExampleForm(), streams});
-  RunProcess({"qpdf", "--encrypt", "", "owner", "256", "--", ExampleForm(), encrypted});
+  RunProcess({"qpdf", "--static-id", "--object-streams=generate", ExampleForm(), streams});
+  RunProcess({"qpdf", "--static-id", "--static-aes-iv", "--encrypt", "", "owner", "128",
+              "--use-aes=y", "--", ExampleForm(), encrypted});
   forms.insert(forms.end(), {streams, encrypted});
   return forms;
 }

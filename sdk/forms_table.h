@@ -72,8 +72,9 @@ using FieldNodeProc = Boolean (*)(FieldNode node, void* clientData);
 //   GetFieldFlags, SetFieldFlags: index 0 the annotation flags F, 1 the field flags Ff.
 //   SetFieldValue: V of the whole field; a copy is stored. Push buttons take none.
 //   SetFieldOptions: 0 done, 1 when the node is not valid; anything but an array removes Opt.
-//   CreateFDFFromForm, WriteURLEncoded, ResetFields: `list` names fields (an array of field
-//     dictionaries or names, or null) to take, or to leave out when `inclusion` is false.
+//   CreateFDFFromForm, WriteURLEncoded, ResetFields: `list` tells the fields (an array of field
+//     dictionaries, or null) to take, or to leave out when `inclusion` is false. For
+//     CreateFDFFromForm its strings are full names. What stands for no field is passed over.
 //   ImportFDF: true when the FDF carried values only.
 //   FormEventRegister: the registration's identifier, 0 for an event number outside 0 to 9.
 #define QUILLFORM_FORMS_TABLE(X)                                                               \

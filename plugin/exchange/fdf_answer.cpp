@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include "plugin/appearance/form_parts.h"
 #include "plugin/exchange/fdf_apply.h"
 #include "plugin/exchange/fdf_reader.h"
 #include "plugin/exchange/path_text.h"
@@ -22,19 +23,6 @@ quillon::DataHandlerRecord fdfHandler{};
 
 enum class Outcome { kNothing, kFilledIn, kFormOpened };
 
-// A copy of an object in another document, for the record's lifetime.
-struct ObjectCopy {
-  ObjectCopy(ObjectHandle original, ObjectDoc target)
-      : object(Objects->CopyObject(original, target)) {}
-  ~ObjectCopy() {
-    DropFailures([this] { Objects->Destroy(object); });
-  }
-  ObjectCopy(const ObjectCopy&) = delete;
-  ObjectCopy& operator=(const ObjectCopy&) = delete;
-
-  ObjectHandle object;
-};
-
 void WriteData(PathHandle path, const void* data, std::uint32_t length) {
   FileHandle opened = nullptr;
   if (Support->OpenFile(path, quillon::kOpenReadWrite, &opened) != quillon::kErrorNone) {
@@ -51,8 +39,8 @@ void WriteData(PathHandle path, const void* data, std::uint32_t length) {
 // without a file system of its own stands for a file where the document came from: a server's data
 // does not point into this machine's files.
 std::string AddressOfForm(ObjectHandle spec, DocHandle doc) {
-  const ObjectCopy copy(spec, Document->ObjectDocOf(doc));
-  const quillon::FileSpecHandle fileSpec = Document->FileSpecFromObject(copy.object);
+  const NewObject copy(Objects->CopyObject(spec, Document->ObjectDocOf(doc)));
+  const quillon::FileSpecHandle fileSpec = Document->FileSpecFromObject(copy.handle);
   if (fileSpec == nullptr) Raise(ownErrors.invalidFdf);
   const OwnedPath base(AcquireDocumentPath(doc));
   const bool named = IsKind(spec, ObjectKind::kDict) && Objects->DictKnown(spec, key::FS);

@@ -26,9 +26,8 @@ void PutText(ObjectHandle dict, Atom key, ObjectDoc doc, const std::string& text
 
 // A document that was never saved has no name to give.
 void PutFileName(ObjectHandle dict, ObjectDoc fdf, DocHandle doc, const char* basePath) {
-  const FileHandle file = Document->FileOf(doc);
-  if (file == nullptr) return;
-  const OwnedPath path(Support->FilePath(file));
+  const OwnedPath path(AcquireDocumentPath(doc));
+  if (path == nullptr) return;
   const OwnedPath base(basePath != nullptr ? Support->PathFromPlatform(basePath) : nullptr);
   PutText(dict, key::F, fdf,
           base != nullptr ? RelativeTextOfPath(path.get(), base.get()) : TextOfPath(path.get()));
@@ -79,6 +78,7 @@ ObjectDoc CreateFDFFromForm(DocHandle doc, ObjectHandle list, bool inclusion, bo
   FieldCollection collection;
   collection.includeEmpty = includeEmpty;
   collection.exportCommand = exportCommand;
+  collection.listMayName = true;
   CollectForFdf(doc, list, inclusion, &collection);
   OwnedFdf fdf(Objects->NewDocument());
   FillFdf(fdf.doc, doc, collection, basePath);

@@ -5,10 +5,10 @@
 
 namespace quillform {
 
-// A new FDF document with the values of the selected fields (field_collection.h) and the name and
-// identifiers of the document. `loadAll` loads all fields before. `basePath`, the platform's
-// spelling of the path that the FDF will have, makes the document's name relative to it. Closed
-// with Objects.CloseDocument, or given to WriteFDF.
+// A new FDF document with the values of the selected fields (field_collection.h; the list may hold
+// full names, too) and the name and identifiers of the document. `loadAll` loads all fields before.
+// `basePath`, the platform's spelling of the path that the FDF will have, makes the document's name
+// relative to it. Closed with Objects.CloseDocument, or given to WriteFDF.
 ObjectDoc CreateFDFFromForm(DocHandle doc, ObjectHandle list, bool inclusion, bool includeEmpty,
                             bool exportCommand, bool loadAll, const char* basePath);
 

@@ -83,28 +83,42 @@ void Collect(FieldNode node, FieldCollection* collection, Descent* descent, std:
   }
 }
 
-// By name: the walk comes to one of a field's widgets, a list names the field.
-std::unordered_set<std::string> NamesIn(ObjectHandle list) {
-  std::unordered_set<std::string> names;
-  if (!IsKind(list, ObjectKind::kArray)) return names;
+bool IsFullName(ObjectHandle element, const FieldCollection& collection) {
+  return collection.listMayName && IsKind(element, ObjectKind::kString);
+}
+
+void CollectListed(DocHandle doc, ObjectHandle list, FieldCollection* collection) {
   for (std::uint32_t i = 0; i < Objects->ArrayLength(list); ++i) {
-    const FieldNode node = ExistingNodeOf(Objects->ArrayGet(list, i));
-    if (FieldNodeIsValid(node)) names.insert(FieldNodeName(node));
+    const ObjectHandle element = Objects->ArrayGet(list, i);
+    CollectField(IsFullName(element, *collection)
+                     ? FindFieldByName(doc, NameOfText(element).c_str())
+                     : FieldNodeOf(element),
+                 collection);
   }
-  return names;
+}
+
+// By name: the walk comes to one of a field's widgets, a list names the field.
+void ExcludeListed(ObjectHandle list, FieldCollection* collection) {
+  if (!IsKind(list, ObjectKind::kArray)) return;
+  for (std::uint32_t i = 0; i < Objects->ArrayLength(list); ++i) {
+    const ObjectHandle element = Objects->ArrayGet(list, i);
+    if (IsFullName(element, *collection)) {
+      collection->excluded.insert(NameOfText(element));
+    } else if (const FieldNode node = ExistingNodeOf(element); FieldNodeIsValid(node)) {
+      collection->excluded.insert(FieldNodeName(node));
+    }
+  }
 }
 
 }  // namespace
 
 void SelectFields(DocHandle doc, ObjectHandle list, bool inclusion, FieldCollection* collection) {
+  collection->excluded.clear();
   if (inclusion && IsKind(list, ObjectKind::kArray)) {
-    collection->excluded.clear();
-    for (std::uint32_t i = 0; i < Objects->ArrayLength(list); ++i) {
-      CollectField(FieldNodeOf(Objects->ArrayGet(list, i)), collection);
-    }
+    CollectListed(doc, list, collection);
     return;
   }
-  collection->excluded = NamesIn(list);
+  ExcludeListed(list, collection);
   ForEachFieldNode(
       doc, true, true,
       [](FieldNode node, void* data) -> Boolean {

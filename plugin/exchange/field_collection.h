@@ -23,14 +23,15 @@ struct FieldCollection {
   CollectionUse use = CollectionUse::kExport;
   bool includeEmpty = false;    // fields without a value too
   bool exportCommand = false;   // the user's own export rather than a submission
+  bool listMayName = false;     // strings in the list are full names of fields
   PairOutput* pairs = nullptr;  // where name=value pairs go at once; null: fields are collected
   std::vector<CollectedField> fields;  // in the order of the walk
   std::unordered_set<std::string> excluded;
 };
 
 // Hands fields to CollectField: with an inclusion list (an array) its elements in their order, what
-// is no field dictionary being passed over; otherwise every field once, those aside that another
-// kind of list names.
+// stands for no field being passed over; otherwise every field once, those aside that another kind
+// of list names.
 void SelectFields(DocHandle doc, ObjectHandle list, bool inclusion, FieldCollection* collection);
 
 // A field with fields under it stands for all of them. Exporting, fields marked as not exported are

@@ -1,6 +1,7 @@
 #include "plugin/exchange/form_actions.h"
 
 #include "plugin/appearance/form_parts.h"
+#include "plugin/exchange/path_text.h"
 #include "plugin/exchange/reset.h"
 #include "plugin/exchange/submit.h"
 #include "plugin/model/keys.h"
@@ -8,13 +9,6 @@
 namespace quillform {
 
 namespace {
-
-// Bits of Flags (ISO 32000-1, tables 237 and 239).
-enum ActionFlag : std::int32_t {
-  kExcludeListed = 0x1,
-  kIncludeEmpty = 0x2,
-  kUrlEncoded = 0x4,
-};
 
 void PutOrRemove(ObjectHandle dict, Atom key, ObjectHandle value) {
   if (!IsNull(value)) {
@@ -32,7 +26,7 @@ void WriteFlags(ObjectHandle dict, std::int32_t flags) {
 // Answers whether there is a list.
 bool WriteFields(ObjectHandle dict, ObjectHandle fields) {
   const bool list = IsKind(fields, ObjectKind::kArray);
-  if (!Objects->Equal(fields, Objects->DictGet(dict, key::Fields))) {
+  if (!list || !Objects->Equal(fields, Objects->DictGet(dict, key::Fields))) {
     PutOrRemove(dict, key::Fields, list ? fields : kNullObject);
   }
   return list;
@@ -53,12 +47,8 @@ void WriteUrl(ObjectHandle dict, const std::string& url) {
 }  // namespace
 
 std::string FileSpecText(ActionHandle action) {
-  ObjectHandle spec = EntryOf(Document->ActionDict(action), key::FileSpec);
-  if (IsKind(spec, ObjectKind::kDict)) spec = Objects->DictGet(spec, key::FileSpec);
-  if (!IsKind(spec, ObjectKind::kString)) return {};
-  std::uint32_t length = 0;
-  const char* bytes = Objects->StringValue(spec, &length);
-  return std::string(bytes, length).substr(0, kUrlSize - 1);
+  const ObjectHandle spec = EntryOf(Document->ActionDict(action), key::FileSpec);
+  return TextOfFileSpec(spec).substr(0, kUrlSize - 1);
 }
 
 SubmitSettings ReadSubmitSettings(ActionHandle action) {

@@ -91,13 +91,15 @@ struct FdfToOpen {
 };
 
 // Fills in a view that is open already. The file is done with when nothing but values was in it.
-void ImportIntoOpenForm(const FdfToOpen& data, DocView view) {
+void ImportIntoOpenForm(FdfToOpen* data, DocView view) {
   CommitEditInProgress(view);
   const DocHandle doc = Viewer->DocOf(view);
-  if (ImportFDF(doc, data.fdf.doc)) {
-    Support->DeleteFile(data.path);
+  const bool valuesOnly = ImportFDF(doc, data->fdf.doc);
+  data->fdf.Close();  // an open file cannot be deleted everywhere
+  if (valuesOnly) {
+    Support->DeleteFile(data->path);
   } else {
-    AddPendingImport(doc, nullptr, Support->CopyPath(data.path), false);
+    AddPendingImport(doc, nullptr, Support->CopyPath(data->path), false, FileOwner::kUser);
   }
 }
 
@@ -114,16 +116,18 @@ Boolean CompareAddress(DocView view, void* data) {
   return 0;
 }
 
-DocView OpenUrl(const FdfToOpen& data) {
+DocView OpenUrl(FdfToOpen* data) {
   if (Link == nullptr) return nullptr;
-  ViewSearch search{&data.formText, nullptr};
+  ViewSearch search{&data->formText, nullptr};
   Viewer->EnumDocViews(Wrap<&CompareAddress>, &search);
   if (search.found != nullptr) {
     ImportIntoOpenForm(data, search.found);
     return search.found;
   }
-  AddPendingImport(nullptr, data.formText.c_str(), Support->CopyPath(data.path), false);
-  Link->OpenURL(nullptr, data.formText.c_str(), 0);
+  AddPendingImport(nullptr, data->formText.c_str(), Support->CopyPath(data->path), false,
+                   FileOwner::kUser);
+  const FailureCode failure = Link->OpenURL(nullptr, data->formText.c_str(), 0);
+  if (failure != quillon::kErrorNone) Raise(failure);
   return nullptr;
 }
 
@@ -167,7 +171,7 @@ DocView OpenFormOf(PathHandle path) {
     return nullptr;
   }
   data.formText = TextOfFileSpec(data.formSpec);
-  return IsUrl(data.formText) ? OpenUrl(data) : OpenLocalForm(data);
+  return IsUrl(data.formText) ? OpenUrl(&data) : OpenLocalForm(data);
 }
 
 using OpenDocumentRoutine = decltype(quillon::ViewerTable::OpenDocument);

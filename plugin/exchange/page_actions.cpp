@@ -30,15 +30,8 @@ void EditPageActions(void*) {
 void AddPageActionsItem() {
   const quillon::MenuItemHandle neighbour = Viewer->MenuItemByName(kNeighbour);
   const std::uint32_t position = Viewer->MenuItemIndex(neighbour) + 1u;
-  AddMenuCommand({.menu = Viewer->MenuOfItem(neighbour),
-                  .name = kItemName,
-                  .label = kLabel,
-                  .execute = MakeExecuteProc<&EditPageActions>(),
-                  .computeEnabled = MakeComputeProc<&CanEditPageActions>(),
-                  .computeMarked = nullptr,
-                  .submenu = nullptr,
-                  .position = static_cast<std::uint16_t>(position),
-                  .clientData = nullptr});
+  AddCommandItem<&EditPageActions, &CanEditPageActions>(
+      Viewer->MenuOfItem(neighbour), kItemName, kLabel, static_cast<std::uint16_t>(position));
 }
 
 }  // namespace quillform

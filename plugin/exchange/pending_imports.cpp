@@ -1,6 +1,8 @@
 #include "plugin/exchange/pending_imports.h"
 
 #include <list>
+#include <new>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -18,21 +20,17 @@ namespace quillform {
 
 namespace {
 
-// A file that is deleted with its owner, unless it is released. The list itself owns plain handles,
-// so that nothing calls the host when the process ends without an unload.
-struct DeleteAndRelease {
-  void operator()(PathHandle path) const {
-    DropFailures([path] { Support->DeleteFile(path); });
-    ReleasePath{}(path);
-  }
+// The list owns plain handles, so that nothing calls the host when the process ends without an
+// unload.
+struct WaitingFile {
+  PathHandle path;
+  FileOwner owner;
 };
-using WaitingFile = std::unique_ptr<std::remove_pointer_t<PathHandle>, DeleteAndRelease>;
 
 struct PendingImport {
   DocHandle doc;  // while the form is open
-  bool hasAddress;
-  std::string address;
-  std::vector<PathHandle> files;
+  std::optional<std::string> address;
+  std::vector<WaitingFile> files;
 };
 
 // Newest first. A list, since applying a file may lead to more of them.
@@ -46,6 +44,16 @@ PendingImport* PendingOf(DocHandle doc) {
     if (pending.doc == doc) return &pending;
   }
   return nullptr;
+}
+
+void Delete(PathHandle path) {
+  DropFailures([path] { Support->DeleteFile(path); });
+}
+
+// For a file that was never used.
+void LetGo(const WaitingFile& file) {
+  const OwnedPath path(file.path);
+  if (path != nullptr && file.owner == FileOwner::kPlugIn) Delete(file.path);
 }
 
 // True when the file is to be applied again.
@@ -62,22 +70,26 @@ bool ApplyFile(DocView view, PathHandle file) {
 }
 
 void Apply(PendingImport* pending, DocView view) {
-  const std::vector<PathHandle> files = std::exchange(pending->files, {});
-  std::vector<PathHandle> kept;
-  for (const PathHandle path : files) {
-    WaitingFile file(path);
-    if (ApplyFile(view, path)) kept.push_back(file.release());
+  const std::vector<WaitingFile> files = std::exchange(pending->files, {});
+  std::vector<WaitingFile> kept;
+  for (const WaitingFile& file : files) {
+    if (ApplyFile(view, file.path)) {
+      kept.push_back(file);
+    } else {
+      const OwnedPath path(file.path);
+      Delete(file.path);
+    }
   }
   // Those that were added meanwhile are newer.
   pending->files.insert(pending->files.begin(), kept.begin(), kept.end());
 }
 
-WaitingFile WriteValues(DocHandle doc) {
-  WaitingFile file(Support->TempPath(Support->FileSystemOf(nullptr)));
+PathHandle WriteValues(DocHandle doc) {
+  TemporaryFile file;
   const ObjectDoc fdf = CreateFDFFromForm(doc, kNullObject, true, false, true, false, nullptr);
-  const FailureCode failure = Support->CloseFile(WriteFDF(fdf, file.get()));
+  const FailureCode failure = Support->CloseFile(WriteFDF(fdf, file.path.get()));
   if (failure != quillon::kErrorNone) Raise(failure);
-  return file;
+  return file.path.release();
 }
 
 bool IsModified(DocHandle doc) { return (Document->GetFlags(doc) & quillon::kDocModified) != 0; }
@@ -91,19 +103,24 @@ void Detach(DocHandle doc) {
 
 }  // namespace
 
-void AddPendingImport(DocHandle doc, const char* address, PathHandle file, bool detach) {
-  WaitingFile owned(file);
-  PendingImport* const known = doc != nullptr && file != nullptr ? PendingOf(doc) : nullptr;
-  if (known != nullptr) {
-    known->files.push_back(file);
-    static_cast<void>(owned.release());
-    if (detach) known->doc = nullptr;
-    return;
+void AddPendingImport(DocHandle doc, const char* address, PathHandle file, bool detach,
+                      FileOwner owner) {
+  const WaitingFile waiting{file, owner};
+  try {
+    PendingImport* const known = doc != nullptr && file != nullptr ? PendingOf(doc) : nullptr;
+    if (known != nullptr) {
+      known->files.push_back(waiting);
+      if (detach) known->doc = nullptr;
+      return;
+    }
+    PendingImport pending{doc, std::nullopt, {}};
+    if (address != nullptr) pending.address = address;
+    if (file != nullptr) pending.files.push_back(waiting);
+    PendingList().push_front(std::move(pending));
+  } catch (const std::bad_alloc&) {
+    LetGo(waiting);
+    throw;
   }
-  PendingImport pending{doc, address != nullptr, address != nullptr ? address : "", {}};
-  if (file != nullptr) pending.files.push_back(file);
-  PendingList().push_front(std::move(pending));
-  static_cast<void>(owned.release());
 }
 
 void RunPendingImports(DocView view) {
@@ -112,7 +129,7 @@ void RunPendingImports(DocView view) {
   const std::string address = DocumentPathText(doc);
   std::vector<PendingImport*> waiting;
   for (PendingImport& pending : PendingList()) {
-    if (pending.hasAddress && lstrcmpA(pending.address.c_str(), address.c_str()) == 0) {
+    if (pending.address && lstrcmpA(pending.address->c_str(), address.c_str()) == 0) {
       waiting.push_back(&pending);
     }
   }
@@ -125,13 +142,12 @@ void RunPendingImports(DocView view) {
 }
 
 void KeepValuesOfClosing(DocView view) {
-  if (Viewer->DocIsExternal(view) == 0) return;
   const DocHandle doc = Viewer->DocOf(view);
-  if (IsModified(doc)) {
+  if (Viewer->DocIsExternal(view) != 0 && IsModified(doc)) {
     DropFailures([&] {
       CommitEditInProgress(view);
       const std::string address = DocumentPathText(doc);
-      AddPendingImport(doc, address.c_str(), WriteValues(doc).release(), true);
+      AddPendingImport(doc, address.c_str(), WriteValues(doc), true);
     });
   }
   Detach(doc);
@@ -139,7 +155,7 @@ void KeepValuesOfClosing(DocView view) {
 
 void ReleasePendingImports() {
   for (const PendingImport& pending : PendingList()) {
-    for (const PathHandle path : pending.files) WaitingFile{path};
+    for (const WaitingFile& file : pending.files) LetGo(file);
   }
   PendingList().clear();
 }

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstdio>
 
+#include "plugin/exchange/path_text.h"
 #include "plugin/host/owned_files.h"
 #include "plugin/model/keys.h"
 #include "plugin/resources/error_texts.h"
@@ -13,17 +14,11 @@ namespace {
 
 constexpr std::uint32_t kPieceSize = 1025;
 
-// The path of the file that the view's document was read from; none for a new document.
-OwnedPath PathOfDocument(DocView view) {
-  const FileHandle file = Document->FileOf(Viewer->DocOf(view));
-  return OwnedPath(file == nullptr ? nullptr : Support->FilePath(file));
-}
-
 OwnedFile OpenTarget(DocView view, ActionHandle action) {
   const ObjectHandle target = Objects->DictGet(Document->ActionDict(action), key::FileSpec);
   const quillon::FileSpecHandle spec = Document->FileSpecFromObject(target);
   if (spec == nullptr) Raise(ownErrors.openUrlFailed);
-  const OwnedPath base = PathOfDocument(view);
+  const OwnedPath base(AcquireDocumentPath(Viewer->DocOf(view)));
   const OwnedPath url(Document->FileSpecAcquirePath(spec, base.get()));
   FileHandle opened = nullptr;
   if (url == nullptr || Support->OpenFile(url.get(), quillon::kOpenWrite, &opened) != 0) {

@@ -2,16 +2,10 @@
 
 #include "plugin/exchange/edit_in_progress.h"
 #include "plugin/exchange/field_collection.h"
+#include "plugin/exchange/submit.h"
 #include "plugin/model/field_tree.h"
-#include "plugin/model/keys.h"
 
 namespace quillform {
-
-namespace {
-
-constexpr std::int32_t kExcludeListed = 0x1;  // a bit of a ResetForm action's Flags
-
-}  // namespace
 
 void ResetFields(DocHandle doc, ObjectHandle list, bool inclusion) {
   LoadAllFields(doc);
@@ -21,12 +15,9 @@ void ResetFields(DocHandle doc, ObjectHandle list, bool inclusion) {
 }
 
 ResetRequest ReadResetRequest(ActionHandle action) {
-  const ObjectHandle dict = Document->ActionDict(action);
-  const ObjectHandle flags = Objects->DictGet(dict, key::Flags);
-  const bool excludes =
-      IsKind(flags, ObjectKind::kInteger) && (Objects->IntegerValue(flags) & kExcludeListed) != 0;
-  const bool hasList = Objects->DictKnown(dict, key::Fields) != 0;
-  return {Objects->DictGet(dict, key::Fields), hasList && !excludes};
+  // Fields and the first bit of Flags mean the same there.
+  const SubmitRequest request = ReadSubmitRequest(action);
+  return {request.fields, request.inclusion};
 }
 
 void PerformResetForm(ActionHandle action, DocView view) {

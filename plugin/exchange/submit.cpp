@@ -13,13 +13,6 @@ namespace quillform {
 
 namespace {
 
-// Bits of a SubmitForm action's Flags.
-enum SubmitFlag : std::int32_t {
-  kExcludeListed = 0x1,
-  kIncludeEmpty = 0x2,
-  kUrlEncoded = 0x4,
-};
-
 constexpr const char* kUrlEncodedType = "application/x-www-form-urlencoded";
 constexpr const char* kFdfType = "application/vnd.fdf";
 

@@ -5,6 +5,13 @@
 
 namespace quillform {
 
+// Bits of Flags (ISO 32000-1, table 237); a ResetForm action has the first one (table 239).
+enum SubmitFlag : std::int32_t {
+  kExcludeListed = 0x1,
+  kIncludeEmpty = 0x2,
+  kUrlEncoded = 0x4,
+};
+
 // What a SubmitForm action asks for.
 struct SubmitRequest {
   ObjectHandle fields;  // the list, or the null object

@@ -23,15 +23,7 @@ Boolean IsEnabled(void*) { return 1; }
 
 void AddAboutItem() {
   const quillon::MenuItemHandle extensions = Viewer->MenuItemByName(kExtensionsItem);
-  AddMenuCommand({.menu = Viewer->SubmenuOf(extensions),
-                  .name = kItemName,
-                  .label = kLabel,
-                  .execute = MakeExecuteProc<&ShowAbout>(),
-                  .computeEnabled = MakeComputeProc<&IsEnabled>(),
-                  .computeMarked = nullptr,
-                  .submenu = nullptr,
-                  .position = quillon::kMenuEnd,
-                  .clientData = nullptr});
+  AddCommandItem<&ShowAbout, &IsEnabled>(Viewer->SubmenuOf(extensions), kItemName, kLabel);
 }
 
 }  // namespace quillform

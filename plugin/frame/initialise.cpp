@@ -4,8 +4,7 @@
 #include "plugin/appearance/kinds.h"
 #include "plugin/appearance/text_appearance.h"
 #include "plugin/exchange/action_handlers.h"
-#include "plugin/exchange/export_command.h"
-#include "plugin/exchange/import_command.h"
+#include "plugin/exchange/form_data_commands.h"
 #include "plugin/exchange/pending_imports.h"
 #include "plugin/frame/about_item.h"
 #include "plugin/frame/shared_ui.h"
@@ -39,11 +38,6 @@ bool Done() {
 void RequestLinkTable() {
   const Atom name = Core->AtomFromName(quillon::kLinkTableName);
   Link = static_cast<quillon::LinkTable*>(Core->GetTable(name, quillon::kLinkVersion));
-}
-
-void AddFormDataItems() {
-  AddImportItem();
-  AddExportItem();
 }
 
 constexpr InitStep kInitSteps[] = {

@@ -38,4 +38,19 @@ quillon::ComputeProc MakeComputeProc() {
   return reinterpret_cast<quillon::ComputeProc>(MakeHostCallback<Routine, OnFailure::kDrop>());
 }
 
+// Adds an item that does something and is enabled when `IsEnabled` says so; it is never marked.
+template <auto Execute, auto IsEnabled>
+void AddCommandItem(quillon::MenuHandle menu, const char* name, std::int16_t label,
+                    std::uint16_t position = quillon::kMenuEnd) {
+  AddMenuCommand({.menu = menu,
+                  .name = name,
+                  .label = label,
+                  .execute = MakeExecuteProc<Execute>(),
+                  .computeEnabled = MakeComputeProc<IsEnabled>(),
+                  .computeMarked = nullptr,
+                  .submenu = nullptr,
+                  .position = position,
+                  .clientData = nullptr});
+}
+
 }  // namespace quillform

@@ -7,7 +7,7 @@
 #include "quillon/app/console.h"
 #include "quillon/app/field_listing.h"
 #include "quillon/app/fill_plan.h"
-#include "quillon/app/name_suggestions.h"
+#include "quillon/app/open_save_options.h"
 #include "quillon/app/session.h"
 #include "quillon/app/widget_action.h"
 #include "quillon/core/operations.h"
@@ -21,17 +21,13 @@ namespace quillon::app {
 namespace {
 
 FieldEntry FindField(DocHandle doc, const std::string& name) {
-  std::vector<std::string> ignored, names;
+  std::vector<std::string> ignored;
   for (FieldEntry& field : ListFields(doc, &ignored)) {
     if (field.name == name) return std::move(field);
-    names.push_back(field.name);
   }
-  std::string text = Printable(name) + ": there is no field of this name";
-  const std::vector<std::string> suggestions = SuggestNames(name, names);
-  for (std::size_t i = 0; i < suggestions.size(); ++i) {
-    text += (i == 0 ? "; did you mean " : ", ") + Printable(suggestions[i]);
-  }
-  Fail(kErrorBadParameter, suggestions.empty() ? text : text + "?");
+  const std::string problem = ProblemWithName(doc, name);
+  Fail(kErrorBadParameter,
+       problem.empty() ? Printable(name) + ": the field is not in the field tree" : problem);
 }
 
 ActionHandle FindAction(const FieldEntry& field, const ActArguments& arguments) {
@@ -71,20 +67,13 @@ bool Perform(ActionHandle action, DocView view, bool tell, std::vector<std::stri
   return run.performed > 0;
 }
 
-void Write(const OpenedView& opened, const std::string& output) {
-  PrepareSave(opened.view);
-  if (output == kStandardStream) {
-    WriteStandardOutput(DocumentToBytes(opened.doc));
-  } else if (!output.empty()) {
-    SaveDocumentFile(opened.doc, output);
-  }
-}
-
 }  // namespace
 
 int RunAct(const ActArguments& arguments) {
   const OpenedView opened(arguments.file);
   CheckFillable(opened.doc);
+  const bool writes = !arguments.output.empty();
+  if (writes) CheckSignatures(opened.doc, arguments.append, arguments.force);
   CallForms(&FormsTable::LoadAllFields, opened.doc);
   const FieldEntry field = FindField(opened.doc, arguments.field);
   std::vector<std::string> warnings;
@@ -94,7 +83,7 @@ int RunAct(const ActArguments& arguments) {
     PrintError(arguments.file, "nothing was performed");
     return kExitError;
   }
-  Write(opened, arguments.output);
+  if (writes) WriteDocument(opened.view, arguments.output, arguments.append);
   for (std::string& warning : FileWarnings(opened.doc)) warnings.push_back(std::move(warning));
   for (std::string& warning : PlugInWarnings()) warnings.push_back(std::move(warning));
   return FinishWith(arguments.file, warnings);

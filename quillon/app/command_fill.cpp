@@ -1,5 +1,5 @@
 // `quillon fill`: everything is checked before anything is changed, and nothing is written unless
-// every value went in.
+// every value was taken.
 #include <memory>
 #include <utility>
 
@@ -23,16 +23,6 @@ bool HasXmlForm(DocHandle doc) {
   const ObjectHandle catalog = objects::DocRoot(document::ObjectDocOf(doc));
   const ObjectHandle form = objects::DictGet(catalog, Keys().QuillForm);
   return !document::IsNull(document::EntryOf(form, Keys().XFA));
-}
-
-void WriteResult(const FillArguments& arguments, DocHandle doc) {
-  const SaveOptions options{arguments.append};
-  const std::string& target = arguments.inPlace ? arguments.file : arguments.output;
-  if (target == kStandardStream) {
-    WriteStandardOutput(DocumentToBytes(doc, options));
-  } else {
-    SaveDocumentFile(doc, target, options);
-  }
 }
 
 int FailWith(const std::string& file, const std::vector<std::string>& problems) {
@@ -83,11 +73,13 @@ int RunFill(const FillArguments& arguments) {
   CallForms(&FormsTable::LoadAllFields, opened.doc);
   const FillPlan plan = PlanFills(opened.doc, input, arguments.force);
   if (!plan.problems.empty()) return FailWith(arguments.file, plan.problems);
-  const std::vector<std::string> refused = SetValues(opened.doc, plan.fills);
+  std::vector<std::string> replaced;
+  const std::vector<std::string> refused = SetValues(opened.doc, plan.fills, &replaced);
   if (!refused.empty()) return FailWith(arguments.file, refused);
-  PrepareSave(opened.view);
-  WriteResult(arguments, opened.doc);
+  WriteDocument(opened.view, arguments.inPlace ? arguments.file : arguments.output,
+                arguments.append);
   std::vector<std::string> warnings = FileWarnings(opened.doc);
+  for (std::string& warning : replaced) warnings.push_back(std::move(warning));
   WarnOfPasswords(plan.fills, &warnings);
   for (std::string& warning : PlugInWarnings()) warnings.push_back(std::move(warning));
   if (HasXmlForm(opened.doc)) {

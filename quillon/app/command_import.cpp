@@ -1,5 +1,4 @@
 // `quillon import`: fills a form from files of values. Nothing is written unless all of it went in.
-#include <cstring>
 #include <utility>
 
 #include "quillon/app/commands.h"
@@ -9,42 +8,13 @@
 #include "quillon/app/open_save_options.h"
 #include "quillon/app/records.h"
 #include "quillon/app/session.h"
+#include "quillon/app/value_watch.h"
 #include "quillon/document/operations.h"
 #include "quillon/objects/pdf_file.h"
 #include "quillon/viewer/open_view.h"
 
 namespace quillon::app {
 namespace {
-
-// The field whose value is about to be set, so that an import that fails can tell how far it came.
-struct FieldWatch {
-  FieldWatch();
-  ~FieldWatch();
-  FieldWatch(const FieldWatch&) = delete;
-  FieldWatch& operator=(const FieldWatch&) = delete;
-
-  std::uint32_t registration;
-  char name[256] = "";  // as in the document; longer ones there are none
-};
-
-void NoteField(quillform::FormEventRecord* record, void* data) {
-  auto* watch = static_cast<FieldWatch*>(data);
-  const char* name = Forms().FieldNodeName(record->node);
-  if (name != nullptr) std::strncpy(watch->name, name, sizeof watch->name - 1);
-}
-
-FieldWatch::FieldWatch()
-    : registration(CallForms(&FormsTable::FormEventRegister,
-                             std::uint32_t{quillform::kEventValueWillChange}, &NoteField, nullptr,
-                             this)) {}
-
-FieldWatch::~FieldWatch() {
-  try {
-    CallForms(&FormsTable::FormEventUnregister, std::uint32_t{quillform::kEventValueWillChange},
-              registration);
-  } catch (const HostFailure&) {  // the plug-in has ended
-  }
-}
 
 struct OpenData {
   explicit OpenData(std::string bytes)
@@ -58,7 +28,7 @@ struct OpenData {
 
 void ImportFdf(DocHandle doc, std::string bytes, std::vector<std::string>* problems) {
   const OpenData data(std::move(bytes));
-  const FieldWatch watch;
+  const ValueWatch watch;
   try {
     CallForms(&FormsTable::ImportFDF, doc, data.doc);
   } catch (const HostFailure& failure) {
@@ -82,16 +52,17 @@ ValueInput RowOfValues(const std::string& csv) {
   return input;
 }
 
-// What the files asked for, to be told of after saving.
+// What the files asked for and what became of it, to be told of after saving.
 struct ImportedFills {
   std::vector<PlannedFill> fills;
+  std::vector<std::string> warnings;
 };
 
 void ImportValues(DocHandle doc, const ValueInput& input, bool force, ImportedFills* imported,
                   std::vector<std::string>* problems) {
   FillPlan plan = PlanFills(doc, input, force);
   *problems = std::move(plan.problems);
-  if (problems->empty()) *problems = SetValues(doc, plan.fills);
+  if (problems->empty()) *problems = SetValues(doc, plan.fills, &imported->warnings);
   for (PlannedFill& fill : plan.fills) imported->fills.push_back(std::move(fill));
 }
 
@@ -131,20 +102,16 @@ int FailWith(const ImportArguments& arguments, const std::string& data,
 int RunImport(const ImportArguments& arguments) {
   const OpenedView opened(arguments.file);
   CheckFillable(opened.doc);
-  CheckSignatures(opened.doc, false, arguments.force);
+  CheckSignatures(opened.doc, arguments.append, arguments.force);
   CallForms(&FormsTable::LoadAllFields, opened.doc);
   ImportedFills imported;
   for (const std::string& data : arguments.data) {
     const std::vector<std::string> problems = ImportFile(arguments, data, opened.doc, &imported);
     if (!problems.empty()) return FailWith(arguments, data, problems);
   }
-  PrepareSave(opened.view);
-  if (arguments.output == kStandardStream) {
-    WriteStandardOutput(DocumentToBytes(opened.doc));
-  } else {
-    SaveDocumentFile(opened.doc, arguments.output);
-  }
+  WriteDocument(opened.view, arguments.output, arguments.append);
   std::vector<std::string> warnings = FileWarnings(opened.doc);
+  for (std::string& warning : imported.warnings) warnings.push_back(std::move(warning));
   WarnOfPasswords(imported.fills, &warnings);
   for (std::string& warning : PlugInWarnings()) warnings.push_back(std::move(warning));
   return FinishWith(arguments.file, warnings);

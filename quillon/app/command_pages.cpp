@@ -23,15 +23,6 @@ void CheckEditable(DocHandle doc) {
   Fail(kErrorOpenDocument, "the document's permissions do not allow changing its pages");
 }
 
-void Write(DocView view, DocHandle doc, const std::string& output) {
-  PrepareSave(view);
-  if (output == kStandardStream) {
-    WriteStandardOutput(DocumentToBytes(doc));
-  } else {
-    SaveDocumentFile(doc, output);
-  }
-}
-
 int Finish(const PagesArguments& arguments, std::vector<std::string> warnings) {
   for (std::string& warning : PlugInWarnings()) warnings.push_back(std::move(warning));
   return FinishWith(arguments.file, warnings);
@@ -73,13 +64,14 @@ struct ShownDocument {
 int InsertFrom(const PagesArguments& arguments) {
   const OpenedView opened(arguments.file);
   CheckEditable(opened.doc);
+  CheckSignatures(opened.doc, arguments.append, arguments.force);
   const OtherDocument other(arguments.other);
   const PageRange range = RangeOf(other.doc, arguments.range);
   const std::uint32_t pages = document::PageCount(opened.doc);
   const std::uint32_t after = arguments.after.value_or(pages);
   if (after > pages) Fail(kErrorBadParameter, "there is no page " + std::to_string(after));
   InsertPages(opened.doc, static_cast<std::int32_t>(after) - 1, other.doc, range.first, range.last);
-  Write(opened.view, opened.doc, arguments.output);
+  WriteDocument(opened.view, arguments.output, arguments.append);
   std::vector<std::string> warnings = FileWarnings(opened.doc);
   for (const std::string& warning : FileWarnings(other.doc)) {
     warnings.push_back(Printable(arguments.other) + ": " + warning);
@@ -90,11 +82,12 @@ int InsertFrom(const PagesArguments& arguments) {
 int Delete(const PagesArguments& arguments) {
   const OpenedView opened(arguments.file);
   CheckEditable(opened.doc);
+  CheckSignatures(opened.doc, arguments.append, arguments.force);
   const PageRange range = RangeOf(opened.doc, arguments.range);
   // Only fields that are known are told from the ones that stay.
   CallForms(&FormsTable::LoadAllFields, opened.doc);
   DeletePages(opened.doc, range.first, range.last);
-  Write(opened.view, opened.doc, arguments.output);
+  WriteDocument(opened.view, arguments.output, arguments.append);
   return Finish(arguments, FileWarnings(opened.doc));
 }
 
@@ -104,7 +97,7 @@ int Extract(const PagesArguments& arguments) {
   const PageRange range = RangeOf(opened.doc, arguments.range);
   const DocHandle made = ExtractPages(opened.doc, range.first, range.last);
   const ShownDocument shown(made);
-  Write(shown.view, made, arguments.output);
+  WriteDocument(shown.view, arguments.output);
   return Finish(arguments, FileWarnings(opened.doc));
 }
 

@@ -6,6 +6,7 @@
 #include "quillon/app/console.h"
 #include "quillon/app/field_listing.h"
 #include "quillon/app/fill_plan.h"
+#include "quillon/app/open_save_options.h"
 #include "quillon/app/session.h"
 #include "quillon/app/widget_action.h"
 #include "quillon/core/operations.h"
@@ -149,16 +150,6 @@ std::string PressButton(ActionHandle action, DocView view, Traffic* traffic,
   return {};
 }
 
-void Write(DocView view, const std::string& output) {
-  PrepareSave(view);
-  const DocHandle doc = viewer::DocOf(view);
-  if (output == kStandardStream) {
-    WriteStandardOutput(DocumentToBytes(doc));
-  } else {
-    SaveDocumentFile(doc, output);
-  }
-}
-
 }  // namespace
 
 int RunSubmit(const SubmitArguments& arguments) {
@@ -169,14 +160,15 @@ int RunSubmit(const SubmitArguments& arguments) {
   const DocView view = OpenForm(link, arguments.url);
   const DocHandle doc = viewer::DocOf(view);
   CheckFillable(doc);
+  CheckSignatures(doc, arguments.append, arguments.force);
   CallForms(&FormsTable::LoadAllFields, doc);
   const ActionHandle action = FindSubmitAction(doc, arguments.button);
   const FillPlan plan = PlanFills(doc, input, false);
   if (!plan.problems.empty()) return FailWith(arguments.url, plan.problems);
-  const std::vector<std::string> refused = SetValues(doc, plan.fills);
+  std::vector<std::string> warnings;
+  const std::vector<std::string> refused = SetValues(doc, plan.fills, &warnings);
   if (!refused.empty()) return FailWith(arguments.url, refused);
 
-  std::vector<std::string> warnings;
   const std::string problem = PressButton(action, view, &traffic, &warnings);
   if (!problem.empty()) {
     for (const std::string& why : PlugInWarnings()) PrintError("", why);
@@ -185,7 +177,13 @@ int RunSubmit(const SubmitArguments& arguments) {
   }
   // The answer may have led to another form.
   const DocView result = viewer::ActiveDocView();
-  Write(result, arguments.output);
+  const bool asked = arguments.append || arguments.force;
+  if (result != view && !asked && InspectForm(viewer::DocOf(result))) {
+    warnings.emplace_back(
+        "the form that the server's answer led to was signed; it was written anew, which makes its "
+        "signatures invalid (--append would not)");
+  }
+  WriteDocument(result, arguments.output, arguments.append);
   for (std::string& warning : FileWarnings(viewer::DocOf(result))) {
     warnings.push_back(std::move(warning));
   }

@@ -40,7 +40,8 @@ struct ImportArguments {
   std::string file;
   std::vector<std::string> data;  // files, in the order in which they are imported
   std::string output;
-  bool force = false;  // JSON and CSV fill read-only fields too
+  bool force = false;   // JSON and CSV fill read-only fields too; write signed documents anew
+  bool append = false;  // as in FillArguments
 };
 int RunImport(const ImportArguments& arguments);
 
@@ -60,6 +61,8 @@ struct PagesArguments {
   std::string range;                   // as page_range.h has it; of `other` when inserting
   std::optional<std::uint32_t> after;  // counted from 1, 0 for the front; none: the end
   std::string output;
+  bool force = false;   // write signed documents anew
+  bool append = false;  // as in FillArguments
 };
 int RunPages(const PagesArguments& arguments);
 
@@ -70,6 +73,8 @@ struct SubmitArguments {
   std::string output;
   std::uint32_t timeLimit = 0;  // of one request, in seconds; 0: what is usual
   bool verbose = false;         // tell each address before it is used
+  bool force = false;           // write signed documents anew
+  bool append = false;          // as in FillArguments
 };
 int RunSubmit(const SubmitArguments& arguments);
 
@@ -79,6 +84,8 @@ struct ActArguments {
   std::string trigger = "U";  // the key of an additional action
   std::uint32_t widget = 0;   // counted from 1; 0: the first one that has such an action
   std::string output;         // empty: nothing is written
+  bool force = false;         // write signed documents anew
+  bool append = false;        // as in FillArguments
 };
 int RunAct(const ActArguments& arguments);
 

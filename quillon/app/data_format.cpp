@@ -33,7 +33,7 @@ std::vector<ExportedValue> ExportedValues(DocHandle doc) {
   std::vector<ExportedValue> values;
   for (const FieldEntry& field : ListFields(doc, &ignored)) {
     if (!IsExported(field)) continue;
-    values.push_back({field.name, field.kind, ReadFieldValue(field)});
+    values.push_back({field.name, field.kind, ReadFieldValue(field.node, field.kind)});
   }
   return values;
 }

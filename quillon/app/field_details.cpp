@@ -145,13 +145,13 @@ WidgetPlace PlaceOf(ObjectHandle widget) {
 
 }  // namespace
 
-FieldValueText ReadFieldValue(const FieldEntry& entry) {
-  return ValueText(CallForms(&FormsTable::GetFieldValue, entry.node), entry.kind);
+FieldValueText ReadFieldValue(FieldNode node, FieldKind kind) {
+  return ValueText(CallForms(&FormsTable::GetFieldValue, node), kind);
 }
 
 FieldDetails ReadFieldDetails(const FieldEntry& entry) {
   FieldDetails details;
-  details.value = ReadFieldValue(entry);
+  details.value = ReadFieldValue(entry.node, entry.kind);
   details.defaultValue = ValueText(InheritedFieldEntry(entry.dict, Keys().DV), entry.kind);
   const unsigned kindBit = 1u << static_cast<unsigned>(entry.kind);
   for (const FlagWord& flag : kFlagWords) {

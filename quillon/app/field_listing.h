@@ -52,7 +52,7 @@ struct FieldDetails {
   std::uint32_t maxLength = 0;      // 0: no limit
 };
 
-FieldValueText ReadFieldValue(const FieldEntry& entry);
+FieldValueText ReadFieldValue(FieldNode node, FieldKind kind);
 FieldDetails ReadFieldDetails(const FieldEntry& entry);
 
 }  // namespace quillon::app

@@ -1,5 +1,6 @@
 #include "quillon/app/fill_plan.h"
 
+#include <cstring>
 #include <utility>
 
 #include "quillon/app/console.h"
@@ -7,6 +8,7 @@
 #include "quillon/app/form_keys.h"
 #include "quillon/app/forms_client.h"
 #include "quillon/app/name_suggestions.h"
+#include "quillon/app/value_watch.h"
 #include "quillon/document/object_reading.h"
 #include "quillon/document/operations.h"
 #include "quillon/objects/operations.h"
@@ -66,9 +68,25 @@ std::string GroupProblem(FieldNode node) {
   return "this is a group of fields, which has no value of its own";
 }
 
-// Plug-ins may replace or refuse a value while it is set, and say nothing.
 bool Holds(FieldNode node, const FieldValue& value) {
   return HoldsValue(CallForms(&FormsTable::GetFieldValue, node), value);
+}
+
+bool WasRefused(const ValueWatch& watch, FieldNode node) {
+  const char* name = CallForms(&FormsTable::FieldNodeName, node);
+  return watch.refused && name != nullptr && std::strcmp(watch.name, name) == 0;
+}
+
+// What stands in a field that does not hold the value given.
+std::string OtherValue(const PlannedFill& fill) {
+  if (fill.password) return "another password";
+  const FieldValueText value = ReadFieldValue(fill.node, fill.kind);
+  if (!value.present) return "nothing";
+  std::string text;
+  for (const std::string& one : value.texts) {
+    text += (text.empty() ? "\"" : ", \"") + Printable(one) + "\"";
+  }
+  return text;
 }
 
 // Empty when the value can go in.
@@ -89,7 +107,7 @@ std::string PlanOne(DocHandle doc, const GivenValue& given, bool force, KnownNam
     return "the field is read-only (--force fills it nevertheless)";
   }
   const bool password = field.kind == FieldKind::kText && (flags & kFlagPassword) != 0;
-  plan->fills.push_back({given.name, node, dict, password, std::move(*value)});
+  plan->fills.push_back({given.name, node, dict, field.kind, password, std::move(*value)});
   return {};
 }
 
@@ -124,20 +142,29 @@ std::string ProblemWithName(DocHandle doc, const std::string& name) {
   return problem.empty() ? problem : Printable(name) + ": " + problem;
 }
 
-std::vector<std::string> SetValues(DocHandle doc, const std::vector<PlannedFill>& fills) {
+std::vector<std::string> SetValues(DocHandle doc, const std::vector<PlannedFill>& fills,
+                                   std::vector<std::string>* warnings) {
   std::vector<std::string> problems;
+  const ValueWatch watch;
   Progress progress("filling fields", fills.size());
   for (const PlannedFill& fill : fills) {
     try {
       const OwnedObject value{NewValueObject(document::ObjectDocOf(doc), fill.value)};
       CallForms(&FormsTable::SetFieldValue, fill.node, value.object);
-      if (!Holds(fill.node, fill.value)) {
+      if (WasRefused(watch, fill.node)) {
         problems.push_back(Printable(fill.name) + ": a plug-in did not let the value in");
       }
     } catch (const HostFailure& failure) {
       problems.push_back(Printable(fill.name) + ": " + Describe(failure));
     }
     progress.Step();
+  }
+  if (!problems.empty()) return problems;
+  // Only now: setting one field can have a plug-in set another one of them.
+  for (const PlannedFill& fill : fills) {
+    if (Holds(fill.node, fill.value)) continue;
+    warnings->push_back(Printable(fill.name) + ": a plug-in changed the value given; now " +
+                        OtherValue(fill) + " stands there");
   }
   return problems;
 }

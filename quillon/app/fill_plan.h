@@ -13,6 +13,7 @@ struct PlannedFill {
   std::string name;
   FieldNode node;
   ObjectHandle dict;
+  FieldKind kind;
   bool password;
   FieldValue value;
 };
@@ -33,8 +34,11 @@ FillPlan PlanFills(DocHandle doc, const ValueInput& input, bool force);
 // Why no value can be given to a field of this name; empty when one can.
 std::string ProblemWithName(DocHandle doc, const std::string& name);
 
-// What went wrong, a sentence each; the other fields are set all the same.
-std::vector<std::string> SetValues(DocHandle doc, const std::vector<PlannedFill>& fills);
+// What went wrong, a sentence each; the other fields are set all the same. Plug-ins may put other
+// values in the place of those given: when nothing went wrong, `warnings` tells which fields hold
+// another one in the end.
+std::vector<std::string> SetValues(DocHandle doc, const std::vector<PlannedFill>& fills,
+                                   std::vector<std::string>* warnings);
 
 // Call it after PrepareSave.
 void WarnOfPasswords(const std::vector<PlannedFill>& fills, std::vector<std::string>* warnings);

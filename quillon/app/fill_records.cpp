@@ -29,7 +29,12 @@ struct Batch {
   std::vector<bool> isField;              // by column; the others only name outputs
 };
 
-std::vector<std::string> FillRow(const Batch& batch, std::size_t row) {
+// What a process tells of a row: lines that begin with one of these.
+constexpr char kProblem = '!';  // the row was not written
+constexpr char kWarning = '?';
+
+std::vector<std::string> FillRow(const Batch& batch, std::size_t row,
+                                 std::vector<std::string>* warnings) {
   if (batch.names[row].empty()) return {batch.nameProblems[row]};
   const OpenedView opened(OpenDocumentBytes(batch.form, OptionsForOpening()));
   CallForms(&FormsTable::LoadAllFields, opened.doc);
@@ -40,7 +45,7 @@ std::vector<std::string> FillRow(const Batch& batch, std::size_t row) {
   }
   const FillPlan plan = PlanFills(opened.doc, input, batch.arguments.force);
   if (!plan.problems.empty()) return plan.problems;
-  std::vector<std::string> problems = SetValues(opened.doc, plan.fills);
+  std::vector<std::string> problems = SetValues(opened.doc, plan.fills, warnings);
   if (!problems.empty()) return problems;
   PrepareSave(opened.view);
   const std::string bytes = DocumentToBytes(opened.doc, SaveOptions{batch.arguments.append});
@@ -51,17 +56,22 @@ std::vector<std::string> FillRow(const Batch& batch, std::size_t row) {
   return {};
 }
 
-// What is wrong with the row, a line each.
+std::string LinesOf(char kind, const std::vector<std::string>& texts) {
+  std::string lines;
+  for (const std::string& text : texts) lines += kind + text + '\n';
+  return lines;
+}
+
 std::string ReportOfRow(const Batch& batch, std::size_t row) {
-  std::string report;
   try {
-    for (const std::string& problem : FillRow(batch, row)) report += problem + '\n';
+    std::vector<std::string> warnings;
+    const std::vector<std::string> problems = FillRow(batch, row, &warnings);
+    return problems.empty() ? LinesOf(kWarning, warnings) : LinesOf(kProblem, problems);
   } catch (const HostFailure& failure) {
-    report = Describe(failure) + '\n';
+    return LinesOf(kProblem, {Describe(failure)});
   } catch (const std::bad_alloc&) {
-    report = "there is not enough memory\n";
+    return LinesOf(kProblem, {"there is not enough memory"});
   }
-  return report;
 }
 
 // A column that is no field may name outputs; otherwise it is a mistake in every row.
@@ -108,23 +118,30 @@ int FailWith(const std::string& file, const std::vector<std::string>& problems) 
   return kExitError;
 }
 
-// Answers the number of rows that were not written.
-std::size_t PrintResults(const Batch& batch, const std::vector<WorkResult>& results) {
-  std::size_t failed = 0;
+struct RowCount {
+  std::size_t failed = 0;  // were not written
+  std::size_t warned = 0;  // were written, and deserve a look
+};
+
+RowCount PrintResults(const Batch& batch, const std::vector<WorkResult>& results) {
+  RowCount count;
   for (std::size_t row = 0; row < results.size(); ++row) {
-    if (results[row].done && results[row].report.empty()) continue;
-    ++failed;
+    const std::string report = results[row].done
+                                   ? results[row].report
+                                   : LinesOf(kProblem, {"the process that filled it ended"});
+    if (report.empty()) continue;
+    const bool failed = report.front() == kProblem;
+    ++(failed ? count.failed : count.warned);
     const std::string place = "row " + std::to_string(row + 1) + " (line " +
                               std::to_string(batch.table.records[row].line) + "): ";
-    const std::string report =
-        results[row].done ? results[row].report : "the process that filled it ended\n";
     for (std::size_t start = 0; start < report.size();) {
       const std::size_t end = report.find('\n', start);
-      PrintError(batch.arguments.records, place + report.substr(start, end - start));
+      const std::string text = place + report.substr(start + 1, end - start - 1);
+      (failed ? PrintError : PrintWarning)(batch.arguments.records, text);
       start = end + 1;
     }
   }
-  return failed;
+  return count;
 }
 
 unsigned JobCount(unsigned asked) {
@@ -164,12 +181,14 @@ int RunFillRecords(const FillArguments& arguments) {
         [&batch](std::size_t row) { return ReportOfRow(batch, row); },
         [&progress] { progress.Step(); });
   }
-  const std::size_t failed = PrintResults(batch, results);
-  if (failed == 0) return FinishWith(arguments.file, warnings);
-  PrintError(arguments.records,
-             std::to_string(failed) + " of " + std::to_string(count) + " rows were not written");
-  FinishWith(arguments.file, warnings);
-  return failed == count ? kExitError : kExitWarnings;
+  const RowCount rows = PrintResults(batch, results);
+  if (rows.failed > 0) {
+    PrintError(arguments.records, std::to_string(rows.failed) + " of " + std::to_string(count) +
+                                      " rows were not written");
+  }
+  const int status = FinishWith(arguments.file, warnings);
+  if (rows.failed > 0 && rows.failed == count) return kExitError;
+  return rows.failed + rows.warned > 0 ? kExitWarnings : status;
 }
 
 }  // namespace quillon::app

@@ -28,6 +28,15 @@ struct Arguments {
   ActArguments act;
 };
 
+// How a signed document may be written all the same.
+void AddSignedOptions(CLI::App* command, bool* append, bool* force, const char* whatForce) {
+  command->add_flag("--force", *force, whatForce);
+  command->add_flag("--append", *append,
+                    "Write the changes behind the file's own bytes, so that what was signed stays");
+}
+
+constexpr const char* kForceSigned = "Write signed documents anew";
+
 void AddFieldsCommand(CLI::App* program, Arguments* arguments) {
   CLI::App* command = program->add_subcommand(
       "fields", "List the form fields of a document, in the order of its field tree");
@@ -54,10 +63,8 @@ void AddFillCommand(CLI::App* program, Arguments* arguments) {
   command->add_option("--jobs", fill.jobs, "How many processes fill records")
       ->check(CLI::Range(1u, 256u))
       ->needs(records);
-  command->add_flag("--force", fill.force,
-                    "Fill read-only fields too, and write signed documents anew");
-  command->add_flag("--append", fill.append,
-                    "Write the changes behind the file's own bytes, so that signatures hold");
+  AddSignedOptions(command, &fill.append, &fill.force,
+                   "Fill read-only fields too, and write signed documents anew");
   command->callback([&fill] {
     const bool values = !fill.assignments.empty() || !fill.valuesFile.empty();
     if (!fill.records.empty() && (values || fill.inPlace || fill.file == kStandardStream)) {
@@ -97,7 +104,8 @@ void AddImportCommand(CLI::App* program, ImportArguments* arguments) {
   command
       ->add_option("-o,--output", arguments->output, "Where the result goes; - for standard output")
       ->required();
-  command->add_flag("--force", arguments->force, "JSON and CSV fill read-only fields too");
+  AddSignedOptions(command, &arguments->append, &arguments->force,
+                   "JSON and CSV fill read-only fields too; write signed documents anew");
 }
 
 void AddRenderCommand(CLI::App* program, Arguments* arguments) {
@@ -135,9 +143,11 @@ void AddPagesCommand(CLI::App* program, PagesArguments* arguments) {
   insert->add_option("--after", arguments->after,
                      "The page they come after, 0 for the front; otherwise they come last");
   insert->add_option("--range", arguments->range, kRange);
-  AddPagesAction(pages, arguments, PagesAction::kDelete, "delete", "Delete pages")
-      ->add_option("RANGE", arguments->range, kRange)
-      ->required();
+  AddSignedOptions(insert, &arguments->append, &arguments->force, kForceSigned);
+  CLI::App* remove =
+      AddPagesAction(pages, arguments, PagesAction::kDelete, "delete", "Delete pages");
+  remove->add_option("RANGE", arguments->range, kRange)->required();
+  AddSignedOptions(remove, &arguments->append, &arguments->force, kForceSigned);
   AddPagesAction(pages, arguments, PagesAction::kExtract, "extract",
                  "Make a document of some pages")
       ->add_option("RANGE", arguments->range, kRange)
@@ -157,6 +167,7 @@ void AddSubmitCommand(CLI::App* program, SubmitArguments* arguments) {
       ->required();
   command->add_option("--time-limit", arguments->timeLimit, "Seconds that one request may take")
       ->check(CLI::Range(1u, 86400u));
+  AddSignedOptions(command, &arguments->append, &arguments->force, kForceSigned);
   command->add_flag("-v,--verbose", arguments->verbose, "Tell each address before it is used");
 }
 
@@ -177,6 +188,7 @@ void AddActCommand(CLI::App* program, ActArguments* arguments) {
       ->check(CLI::Range(1u, 1000000u));
   command->add_option("-o,--output", arguments->output,
                       "Where the result goes; - for standard output; nothing is written without");
+  AddSignedOptions(command, &arguments->append, &arguments->force, kForceSigned);
 }
 
 const std::string& FileOf(const CLI::App& program, const Arguments& arguments) {

@@ -10,6 +10,8 @@
 #include "quillon/document/object_reading.h"
 #include "quillon/document/operations.h"
 #include "quillon/objects/operations.h"
+#include "quillon/viewer/open_view.h"
+#include "quillon/viewer/operations.h"
 
 namespace quillon::app {
 namespace {
@@ -118,6 +120,17 @@ void CheckSignatures(DocHandle doc, bool append, bool force) {
   Fail(kErrorOpenDocument,
        "the document is signed, and writing it anew would make its signatures invalid; --append "
        "writes the changes behind what was signed, --force writes it anew all the same");
+}
+
+void WriteDocument(DocView view, const std::string& target, bool append) {
+  PrepareSave(view);
+  const DocHandle doc = viewer::DocOf(view);
+  const SaveOptions options{append};
+  if (target == kStandardStream) {
+    WriteStandardOutput(DocumentToBytes(doc, options));
+  } else {
+    SaveDocumentFile(doc, target, options);
+  }
 }
 
 }  // namespace quillon::app

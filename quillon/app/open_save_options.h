@@ -26,4 +26,9 @@ bool InspectForm(DocHandle doc);
 // signatures invalid.
 void CheckSignatures(DocHandle doc, bool append, bool force);
 
+// Has plug-ins put the view's document in order and writes it to the file, or to the standard
+// output for "-"; its form is not live afterwards. `append` writes the changes behind the file's
+// own bytes. Throws HostFailure.
+void WriteDocument(DocView view, const std::string& target, bool append = false);
+
 }  // namespace quillon::app

@@ -79,14 +79,5 @@ TEST_F(ActCommand, WhatNobodyPerformsIsAWarningInAChainAndAnErrorAlone) {
   EXPECT_FALSE(std::filesystem::exists(out));
 }
 
-TEST_F(ActCommand, AnUnknownFieldIsNamedWithThoseThatWereMeant) {
-  MakeForm("/A << /S /ResetForm >>");
-  const ProcessResult result = Quillon({"act", form, "--field", "Go"});
-  EXPECT_EQ(result.status, 2);
-  EXPECT_NE(result.err.find("did you mean go?"), std::string::npos) << result.err;
-  EXPECT_EQ(Act({"--widget", "2"}).status, 2);
-  EXPECT_FALSE(std::filesystem::exists(out));
-}
-
 }  // namespace
 }  // namespace quillon::test

@@ -46,6 +46,12 @@ TEST_F(EventLogExample, PutsAnotherValueInAValuesPlace) {
             std::string::npos)
       << ReadFile(log);
   EXPECT_EQ(FieldNamed(FieldsOf(out), "name")["value"], "somebody");
+  // Also when that is what stood there before.
+  const ProcessResult filled = Run({"fill", out, "name=nobody", "--in-place"});
+  EXPECT_EQ(filled.status, 3) << filled.err;
+  EXPECT_NE(filled.err.find("name: a plug-in changed the value given; now \"somebody\" stands"),
+            std::string::npos)
+      << filled.err;
 }
 
 struct ListValidatorExample : testing::Test {

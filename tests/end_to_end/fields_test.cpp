@@ -41,12 +41,6 @@ TEST(FieldsCommand, TextListsValuesAndLimits) {
   EXPECT_NE(result.out.find("  length    up to 10\n"), std::string::npos);
 }
 
-TEST(FieldsCommand, ReadsStandardInput) {
-  const ProcessResult fromInput = Quillon({"fields", "-", "--json"}, ReadFile(ExampleForm()));
-  EXPECT_EQ(fromInput.status, 0) << fromInput.err;
-  EXPECT_EQ(fromInput.out, Quillon({"fields", ExampleForm(), "--json"}).out);
-}
-
 TEST(FieldsCommand, FilesThatAreNoFormsAreRefusedByName) {
   const TempFolder folder;
   const std::string text = folder.File("text.pdf"), empty = folder.File("empty.pdf");
@@ -57,28 +51,6 @@ TEST(FieldsCommand, FilesThatAreNoFormsAreRefusedByName) {
     EXPECT_EQ(result.status, 2) << file;
     EXPECT_EQ(result.out, "") << file;
     EXPECT_EQ(result.err.rfind("quillon: " + file + ": ", 0), 0u) << result.err;
-  }
-}
-
-TEST(FieldsCommand, DocumentWithoutFormIsRefused) {
-  const ProcessResult result =
-      Quillon({"fields", "-"},
-              "%PDF-1.4\n1 0 obj\n<</Type/Catalog/Pages 2 0 R>>\nendobj\n"
-              "2 0 obj\n<</Type/Pages/Kids[]/Count 0>>\nendobj\ntrailer\n<</Root 1 0 R/Size 3>>\n");
-  EXPECT_EQ(result.status, 2);
-  EXPECT_NE(result.err.find("form"), std::string::npos) << result.err;
-}
-
-TEST(FieldsCommand, TruncatedFileIsReadAndWarnedAboutOrRefused) {
-  const std::string whole = ReadFile(ExampleForm());
-  // Without the cross-reference table everything is still there to be found.
-  const ProcessResult repaired =
-      Quillon({"fields", "-", "--json"}, whole.substr(0, whole.rfind("xref\n0 ")));
-  EXPECT_NE(repaired.status, 0);
-  for (const std::size_t size : {std::size_t{20}, whole.size() / 3, whole.size() / 2}) {
-    const ProcessResult result = Quillon({"fields", "-"}, whole.substr(0, size));
-    EXPECT_TRUE(result.status == 2 || result.status == 3) << size << ": " << result.status;
-    EXPECT_NE(result.err, "") << size;
   }
 }
 

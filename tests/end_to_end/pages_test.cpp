@@ -75,11 +75,9 @@ TEST_F(PagesCommand, DeletedPagesTakeTheirWidgetsAlong) {
 
 TEST_F(PagesCommand, WhatCannotBeDoneIsSaidAndNothingIsWritten) {
   ExpectRefused({"delete", doubled, "1-2"}, "without pages");
-  ExpectRefused({"delete", doubled, "0"}, "no pages 0");
   ExpectRefused({"extract", doubled, "2-1"}, "no pages 2-1");
   ExpectRefused({"extract", doubled, "x"}, "no range");
   ExpectRefused({"insert", doubled, filled, "--after", "3"}, "no page 3");
-  ExpectRefused({"insert", doubled, filled, "--range", "2-"}, "no pages 2-");
   ExpectRefused({"insert", doubled, folder.File("absent.pdf")}, "absent.pdf");
 }
 

@@ -11,19 +11,13 @@ struct PluginOption : testing::Test {
   std::vector<std::string> environment = {"QUILLON_SAMPLE_LOG=" + log};
 };
 
-TEST_F(PluginOption, ForeignPlugInGetsTablesFormsAndEvents) {
+TEST_F(PluginOption, ForeignPlugInListensCatchesRaisesAndIsUnloaded) {
   const std::string out = folder.File("out.pdf");
   const ProcessResult result = Quillon(
       {"--plugin", SAMPLE_PLUGIN, "fill", ExampleForm(), "applicant.city=London", "-o", out}, {},
       environment);
   ASSERT_EQ(result.status, 0) << result.err;
-  for (const char* line :
-       {"table Cel 36 slots\n", "table QuillView 88 slots\n", "table DocModel 46 slots\n",
-        "table QuillSupport 38 slots\n", "table Forms 22 slots\n", "raise caught\n", "opened 0\n",
-        "field applicant.city\n", "field remarks\n", "changed applicant.city to London\n",
-        "unloaded\n"}) {
-    EXPECT_NE(Log().find(line), std::string::npos) << line << "in\n" << Log();
-  }
+  EXPECT_EQ(Log(), "raise caught\nopened 0\nunloaded\n");
 }
 
 TEST_F(PluginOption, PluginsCommandTellsWhoRegisteredWhat) {

@@ -6,44 +6,34 @@ namespace {
 
 struct Encryption {
   const char* name;
-  std::string password;               // that it is opened with here
-  std::vector<std::string> options;   // of qpdf's --encrypt and before it
+  std::vector<std::string> options;  // of qpdf, the user's and the owner's password among them
+  std::string password;              // that it is opened with here
   std::vector<std::string> settings;  // what qpdf then says of the file
 };
 
 const std::vector<Encryption>& Encryptions() {
+  static const std::string encrypt = "--encrypt", aes = "--use-aes=y", rc4 = "--use-aes=n";
+  static const std::string method = "stream encryption method: ";
   static const std::vector<Encryption> all = {
-      {"Rc4Of40Bits", "user", {"--encrypt", "user", "owner", "40", "--"}, {"R = 2"}},
-      {"EmptyPassword", "", {"--encrypt", "", "owner", "40", "--"}, {"R = 2"}},
-      {"Owner40", "owner", {"--encrypt", "user", "owner", "40", "--"}, {"R = 2"}},
-      {"Rc4Of128Bits",
-       "user",
-       {"--encrypt", "user", "owner", "128", "--use-aes=n", "--"},
-       {"R = 3"}},
-      {"Owner128", "owner", {"--encrypt", "user", "owner", "128", "--use-aes=n", "--"}, {"R = 3"}},
+      {"EmptyPassword", {encrypt, "", "owner", "40"}, "", {"R = 2"}},
+      {"Rc4Of40Bits", {encrypt, "user", "owner", "40"}, "user", {"R = 2"}},
+      {"Owner40", {encrypt, "user", "owner", "40"}, "owner", {"R = 2"}},
+      {"Rc4Of128Bits", {encrypt, "user", "owner", "128", rc4}, "user", {"R = 3"}},
+      {"Owner128", {encrypt, "user", "owner", "128", rc4}, "owner", {"R = 3"}},
       {"Rc4AsCryptFilter",
+       {encrypt, "user", "owner", "128", rc4, "--force-V4"},
        "user",
-       {"--encrypt", "user", "owner", "128", "--use-aes=n", "--force-V4", "--"},
-       {"R = 4", "stream encryption method: RC4"}},
-      {"AesOf128Bits",
-       "user",
-       {"--encrypt", "user", "owner", "128", "--use-aes=y", "--"},
-       {"R = 4", "stream encryption method: AESv2"}},
+       {"R = 4", method + "RC4"}},
       {"PlainMetadata",
+       {"--object-streams=generate", encrypt, "user", "owner", "128", aes, "--cleartext-metadata"},
        "user",
-       {"--object-streams=generate", "--encrypt", "user", "owner", "128", "--use-aes=y",
-        "--cleartext-metadata", "--"},
-       {"R = 4", "stream encryption method: AESv2"}},
+       {"R = 4", method + "AESv2"}},
+      {"Revision5", {encrypt, "user", "owner", "256", "--force-R5"}, "user", {"R = 5"}},
       {"AesOf256Bits",
+       {"--object-streams=generate", encrypt, "pässwört", "owner", "256"},
        "pässwört",
-       {"--encrypt", "pässwört", "owner", "256", "--"},
-       {"R = 6", "stream encryption method: AESv3"}},
-      {"Owner256", "owner", {"--encrypt", "user", "owner", "256", "--"}, {"R = 6"}},
-      {"Revision5", "user", {"--encrypt", "user", "owner", "256", "--force-R5", "--"}, {"R = 5"}},
-      {"ObjectStreams",
-       "user",
-       {"--object-streams=generate", "--encrypt", "user", "owner", "256", "--"},
-       {"R = 6"}},
+       {"R = 6", method + "AESv3"}},
+      {"Owner256", {encrypt, "user", "owner", "256"}, "owner", {"R = 6"}},
   };
   return all;
 }
@@ -53,7 +43,7 @@ struct Encrypted : testing::TestWithParam<Encryption> {
     if (!HasTool("qpdf")) GTEST_SKIP() << "qpdf is not installed";
     std::vector<std::string> command = {"qpdf", "--allow-weak-crypto"};
     command.insert(command.end(), GetParam().options.begin(), GetParam().options.end());
-    command.insert(command.end(), {ExampleForm(), file});
+    command.insert(command.end(), {"--", ExampleForm(), file});
     ASSERT_EQ(RunProcess(command).status, 0);
     WriteFile(passwordFile, GetParam().password + "\nanother line\n");
   }
@@ -164,6 +154,8 @@ TEST(Signed, IsAppendedToOrForcedNeverRewrittenUnasked) {
   EXPECT_EQ(refused.status, 2);
   EXPECT_NE(refused.err.find("the document is signed"), std::string::npos) << refused.err;
   EXPECT_NE(refused.err.find("--append"), std::string::npos);
+  EXPECT_FALSE(std::filesystem::exists(out));
+  EXPECT_EQ(Quillon({"pages", "insert", file, file, "-o", out}).status, 2);
   EXPECT_FALSE(std::filesystem::exists(out));
   const ProcessResult appended = Quillon({"fill", file, "remarks=x", "--append", "-o", out});
   EXPECT_EQ(appended.status, 0) << appended.err;

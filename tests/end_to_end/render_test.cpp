@@ -51,19 +51,5 @@ TEST_F(RenderCommand, ChangesOnlyTheWidgetsThatWereFilled) {
   EXPECT_EQ(DifferencesOutside(before, after, areas), 0);
 }
 
-TEST_F(RenderCommand, ResolutionScalesThePicture) {
-  const std::string png = folder.File("page.png");
-  ASSERT_EQ(Quillon({"render", ExampleForm(), "--dpi", "144", "-o", png}).status, 0);
-  EXPECT_EQ(DecodePng(ReadFile(png)).width, 1190);
-}
-
-TEST_F(RenderCommand, MissingPageIsAnError) {
-  const std::string png = folder.File("page.png");
-  const ProcessResult result = Quillon({"render", ExampleForm(), "--page", "2", "-o", png});
-  EXPECT_EQ(result.status, 2);
-  EXPECT_NE(result.err.find("there is no page 2"), std::string::npos) << result.err;
-  EXPECT_FALSE(std::filesystem::exists(png));
-}
-
 }  // namespace
 }  // namespace quillon::test

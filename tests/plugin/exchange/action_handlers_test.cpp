@@ -62,16 +62,6 @@ using Strings = std::vector<std::string>;
 
 TEST_F(ActionHandlersTest, submitting_is_offered_only_with_a_link_plug_in) {
   EXPECT_EQ(Handler("SubmitForm"), nullptr);
-  for (const char* type : {"ResetForm", "ImportData", "Hide"}) {
-    ASSERT_NE(Handler(type), nullptr) << type;
-    EXPECT_EQ(Handler(type)->size, sizeof(ActionHandlerRecord));
-    EXPECT_NE(Handler(type)->perform, nullptr);
-    EXPECT_NE(Handler(type)->edit, nullptr);
-    Handler(type)->reserved();
-  }
-  ASSERT_NE(Handler("SetState"), nullptr);
-  EXPECT_EQ(Handler("SetState")->edit, nullptr);
-  EXPECT_EQ(Handler("SetState")->reserved, nullptr);
   quillon::LinkTable table{};
   Link = &table;
   RegisterDataActionHandlers();
@@ -114,14 +104,9 @@ TEST_F(ActionHandlersTest, texts_name_the_target_of_the_action) {
   EXPECT_EQ(Texts("Hide", ActionOf("<< /S /Hide /T [(a)] >>")), several);
   const Strings state{"(none)", "(none)", "Two", "(none)"};
   EXPECT_EQ(Texts("SetState", ActionOf("<< /S /SetState /T (a) /AS /Two >>")), state);
-  EXPECT_EQ(TextOf("SetState", &ActionHandlerRecord::firstLine, ActionOf("<< /S /SetState >>")),
-            "");
   const Strings import{"Import form data from a specified file.", "Select &file...",
                        "Use this button to select the file to import data from.", "data/x.fdf"};
   EXPECT_EQ(Texts("ImportData", ActionOf("<< /S /ImportData /F (data/x.fdf) >>")), import);
-  const Strings reset{"Reset all form fields to their initial values.", "Select &fields...",
-                      "Use this button to select which fields to reset.", "(none)"};
-  EXPECT_EQ(Texts("ResetForm", ActionOf("<< /S /ResetForm >>")), reset);
 }
 
 TEST_F(ActionHandlersTest, texts_are_cut_to_the_callers_room) {
@@ -134,16 +119,6 @@ TEST_F(ActionHandlersTest, texts_are_cut_to_the_callers_room) {
   const std::string longName(400, 'n');
   const ActionHandle longAction = ActionOf("<< /S /ImportData /F (" + longName + ") >>");
   EXPECT_EQ(TextOf("ImportData", &ActionHandlerRecord::secondLine, longAction).size(), 256u);
-}
-
-TEST_F(ActionHandlersTest, reset_acts_through_the_hosts_action_runner) {
-  Perform("<< /S /ResetForm /Fields [(a)] >>");
-  EXPECT_EQ(Entry(Field(0), "V") + Entry(Field(1), "V"), "(new)(new)") << "names are no fields";
-  Perform("<< /S /ResetForm /Fields [10 0 R] >>");
-  EXPECT_EQ(Entry(Field(0), "V") + Entry(Field(1), "V"), "(old)(new)");
-  Perform("<< /S /ResetForm /Next << /S /Hide /T (b) >> >>");
-  EXPECT_EQ(Entry(Field(1), "V"), "null");
-  EXPECT_NE(Document->AnnotFlags(Widget(1)) & quillon::kAnnotHidden, 0u);
 }
 
 TEST_F(ActionHandlersTest, submit_settings_are_read_and_written_back_without_needless_entries) {
@@ -162,44 +137,8 @@ TEST_F(ActionHandlersTest, submit_settings_are_read_and_written_back_without_nee
   settings.url.clear();
   WriteSubmitSettings(action, settings);
   EXPECT_EQ(ShowObject(dict), "<< /Fields [(a)] /Flags 1 /S /SubmitForm >>");
-  WriteSubmitSettings(action, ReadSubmitSettings(action));
-  EXPECT_EQ(ShowObject(dict), "<< /Fields [(a)] /Flags 1 /S /SubmitForm >>");
   WriteSubmitSettings(action, {"", kNullObject, true, false, false});
   EXPECT_EQ(ShowObject(dict), "<< /S /SubmitForm >>");
-}
-
-TEST_F(ActionHandlersTest, edits_are_written_only_when_confirmed) {
-  const ActionHandle action = ActionOf("<< /S /ResetForm /Fields [10 0 R] /Flags 1 >>");
-  const ObjectHandle dict = Document->ActionDict(action);
-  Handler("ResetForm")->edit(action, view);
-  EXPECT_EQ(Entry(dict, "Flags"), "1") << "nobody to ask";
-  static bool confirms = false;
-  actionDialogs.EditReset = [](DocView, ResetSettings* settings) {
-    EXPECT_TRUE(settings->exclusion);
-    settings->exclusion = false;
-    return confirms;
-  };
-  Handler("ResetForm")->edit(action, view);
-  EXPECT_EQ(Entry(dict, "Flags"), "1");
-  confirms = true;
-  Handler("ResetForm")->edit(action, view);
-  EXPECT_EQ(Entry(dict, "Flags"), "null");
-  EXPECT_TRUE(IsKind(Objects->DictGet(dict, key::Fields), ObjectKind::kArray));
-}
-
-TEST_F(ActionHandlersTest, items_stand_where_the_host_keeps_such_things) {
-  const quillon::MenuItemHandle item = Viewer->MenuItemByName("QuillForm:Actions");
-  ASSERT_NE(item, nullptr);
-  const quillon::MenuItemHandle crop = Viewer->MenuItemByName("CropPages");
-  EXPECT_EQ(Viewer->MenuOfItem(item), Viewer->MenuOfItem(crop));
-  EXPECT_EQ(Viewer->MenuItemIndex(item), Viewer->MenuItemIndex(crop) + 1);
-  const quillon::MenuHandle extensions =
-      Viewer->SubmenuOf(Viewer->MenuItemByName("AboutExtensions"));
-  const auto about = quillon::MenuItems(extensions);
-  ASSERT_EQ(about.size(), 1u);
-  EXPECT_EQ(about[0].name + " " + about[0].label, "QuillForm:About Quillon &Forms...");
-  EXPECT_TRUE(about[0].enabled);
-  EXPECT_FALSE(about[0].marked);
 }
 
 TEST_F(ActionHandlersTest, page_actions_need_a_document_that_may_be_changed) {

@@ -68,12 +68,6 @@ struct FdfAnswer : ModelHost {
 
 using Texts = std::vector<std::string>;
 
-TEST_F(FdfAnswer, values_fill_the_form_of_the_view) {
-  EXPECT_TRUE(Answer(Fdf("/Status (Received.) /Fields [<< /T (name) /V (Ann) >>]")));
-  EXPECT_EQ(Value(view), "Ann");
-  EXPECT_EQ(messages, Texts{"Received."});
-}
-
 TEST_F(FdfAnswer, what_cannot_be_form_data_is_a_failed_submission) {
   const std::string empty = Fdf("");
   ASSERT_LT(empty.size(), 80u);
@@ -115,15 +109,6 @@ TEST_F(FdfAnswer, a_form_that_cannot_be_opened_is_told) {
   linkFailure = Support->RegisterErrorString(quillon::kSeverityError, "The server is away.");
   Answer(Fdf("/F (b.pdf) /Fields [<< /T (name) /V (Bea) >>]"));
   EXPECT_EQ(messages, Texts{"The server is away."});
-}
-
-TEST_F(FdfAnswer, more_than_values_is_applied_again_when_the_form_comes_back) {
-  EXPECT_TRUE(Answer(Fdf("/Fields [<< /T (name) /V (Ann) /SetFf 1 >>]")));
-  EXPECT_EQ(GetFieldFlags(FindFieldByName(doc, "name"), 1), 1u);
-  Viewer->CloseView(view);
-  OpenForm();
-  EXPECT_EQ(Value(view), "Ann");
-  EXPECT_EQ(GetFieldFlags(FindFieldByName(doc, "name"), 1), 1u);
 }
 
 }  // namespace

@@ -2,8 +2,8 @@
 
 #include <gtest/gtest.h>
 
-#include "plugin/exchange/export_command.h"
 #include "plugin/exchange/fdf_reader.h"
+#include "plugin/exchange/form_data_commands.h"
 #include "plugin/model/field_values.h"
 #include "plugin/model/keys.h"
 #include "plugin/resources/error_texts.h"
@@ -43,14 +43,6 @@ TEST_F(FdfWriter, names_that_begin_alike_are_not_one_parent) {
             "<< /Kids [<< /T (y) /V (3) >>] /T (ab) >>]");
 }
 
-TEST_F(FdfWriter, values_keep_their_kind) {
-  Open({WidgetField("Tx", "bytes", "/V <417FFF>"), WidgetField("Btn", "box", "/V /Yes"),
-        WidgetField("Ch", "list", "/V [(a) (b)] /Opt [(a) (b)]")});
-  EXPECT_EQ(Exported(true),
-            "[<< /T (box) /V /Yes >> << /T (bytes) /V (A\x7F\xFF) >> "
-            "<< /T (list) /V [(a) (b)] >>]");
-}
-
 TEST_F(FdfWriter, what_is_left_out_depends_on_who_asks) {
   Open({WidgetField("Tx", "secret", "/V (s) /Ff 8192"),
         WidgetField("Tx", "private", "/V (p) /Ff 4"), WidgetField("Tx", "empty"),
@@ -59,16 +51,6 @@ TEST_F(FdfWriter, what_is_left_out_depends_on_who_asks) {
   EXPECT_EQ(Exported(true), "[<< /T (off) /V /Off >> << /T (secret) /V (s) >>]");
   EXPECT_EQ(Exported(false), "null");
   EXPECT_EQ(Exported(false, true), "[<< /T (empty) >> << /T (off) >>]");
-}
-
-TEST_F(FdfWriter, an_empty_required_field_ends_a_submission_and_not_an_export) {
-  Open({WidgetField("Tx", "a", "/V (1)"), WidgetField("Tx", "caf\xE9", "/Ff 2")});
-  EXPECT_EQ(Exported(true), "[<< /T (a) /V (1) >>]");
-  EXPECT_EQ(Exported(true, true), "[<< /T (a) /V (1) >>]");
-  EXPECT_TRUE(messages.empty());
-  EXPECT_EQ(CodeOf([&] { Exported(false, true); }), ownErrors.requiredFieldEmpty);
-  ASSERT_EQ(messages.size(), 1u);
-  EXPECT_EQ(messages[0], "The required field, \"café\", was found empty during export.");
 }
 
 TEST_F(FdfWriter, a_list_selects_fields_and_groups_or_leaves_them_out) {
@@ -125,12 +107,6 @@ TEST_F(FdfWriter, the_export_command_writes_a_file_that_the_reader_takes) {
   const OwnedPath path = PathOf(file);
   const OwnedFdf fdf(OpenFdf(path.get()));
   EXPECT_EQ(Entry(FdfDictOf(fdf.doc), "Fields"), "[<< /T (a) /V (1) >>]");
-}
-
-TEST_F(FdfWriter, a_file_that_cannot_be_made_is_an_error_and_leaves_nothing_open) {
-  Show({WidgetField("Tx", "a", "/V (1)")});
-  chosenFile = folder.File("no/such/folder.fdf");
-  EXPECT_EQ(CodeOf([] { ExportFormData(); }), quillon::kErrorOpenFile);
 }
 
 TEST_F(FdfWriter, a_file_that_cannot_be_written_whole_is_gone) {

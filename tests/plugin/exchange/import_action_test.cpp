@@ -29,15 +29,6 @@ struct ImportAction : DataHost {
   }
 };
 
-TEST_F(ImportAction, the_file_is_found_beside_the_document) {
-  Write("dir/data.fdf", FdfOf("<< /T (a) /V (1) >>"));
-  PerformImportData(Action(1), view);
-  EXPECT_EQ(ValueOf("a"), "null") << "another action's file is none of ours";
-  PerformImportData(Action(0), view);
-  EXPECT_EQ(ValueOf("a"), "(1)");
-  EXPECT_TRUE(messages.empty());
-}
-
 TEST_F(ImportAction, a_missing_file_is_asked_for) {
   PerformImportData(Action(0), view);
   EXPECT_EQ(messages, std::vector<std::string>{

@@ -45,20 +45,9 @@ struct OpenFdfTest : DataHost {
 
 TEST_F(OpenFdfTest, the_form_beside_the_file_opens_with_the_data_in_it) {
   Write("form.pdf", Form());
-  ASSERT_NE(OpenByUser(Write("data.fdf", Data("/F (form.pdf)"))), nullptr);
-  EXPECT_EQ(ValueOf("a"), "(1)");
-  Viewer->CloseView(view);
   ASSERT_NE(OpenByUser(Write("data.fdf", Data("/F << /Type /Filespec /DOS (form.pdf) >>"))),
             nullptr);
   EXPECT_EQ(ValueOf("a"), "(1)");
-  EXPECT_TRUE(messages.empty());
-}
-
-TEST_F(OpenFdfTest, other_files_open_as_before) {
-  ASSERT_NE(OpenByUser(Write("form.pdf", Form())), nullptr);
-  EXPECT_EQ(ValueOf("a"), "null");
-  EXPECT_EQ(OpenByUser(Write("text.txt", "%FDF-1.1")), nullptr);
-  EXPECT_EQ(OpenByUser(folder.File("none.pdf")), nullptr);
   EXPECT_TRUE(messages.empty());
 }
 
@@ -211,14 +200,6 @@ TEST_F(WebForms, nothing_is_kept_of_a_form_that_is_not_in_a_browser) {
     Type("typed");
     Viewer->CloseView(view);
   }
-}
-
-TEST_F(WebForms, without_the_link_plug_in_addresses_lead_nowhere) {
-  Link = nullptr;
-  const std::string data = Write("data.fdf", Data("/F (https://host/form.pdf)"));
-  EXPECT_EQ(OpenByUser(data), nullptr);
-  EXPECT_TRUE(messages.empty());
-  EXPECT_TRUE(Exists(data));
 }
 
 }  // namespace

@@ -119,21 +119,6 @@ TEST_F(SubmitTest, the_list_and_the_flags_decide_what_is_sent) {
             (Pairs{"addr%2ecity=a+b%26c", "empty=", "must=1", "off=", "ok=Yes", "send="}));
 }
 
-TEST_F(SubmitTest, form_data_files_are_sent_without_such_flags) {
-  const std::string sent = SentBy("");
-  EXPECT_EQ(sent.rfind("%FDF-1.2", 0), 0u) << sent;
-  for (const char* part :
-       {"(addr)", "(city)", "(a b&c)", "(must)", "/Yes", "http://host/form.pdf"}) {
-    EXPECT_NE(sent.find(part), std::string::npos) << part << " in " << sent;
-  }
-  for (const char* part : {"pin", "kept", "empty"}) {
-    EXPECT_EQ(sent.find(part), std::string::npos) << part << " in " << sent;
-  }
-  const std::string header =
-      "Content-Type: application/vnd.fdf\nContent-Length: " + std::to_string(sent.size()) + "\n\n";
-  EXPECT_EQ(urls.sent[0].Text(), header + sent);
-}
-
 TEST_F(SubmitTest, a_form_that_no_browser_shows_is_not_sent) {
   doc = quillon::test::OpenTestDocument(Form("/Flags 4"));
   view = quillon::OpenViewOfDocument(doc);
@@ -142,16 +127,6 @@ TEST_F(SubmitTest, a_form_that_no_browser_shows_is_not_sent) {
             Pairs{"You need to be running inside a web browser in order to submit this form"});
   EXPECT_TRUE(urls.sent.empty());
   EXPECT_TRUE(temporaryPaths.empty());
-}
-
-TEST_F(SubmitTest, an_empty_field_that_is_required_is_told_once_and_stops_it) {
-  for (const char* flags : {"/Flags 4", "/Flags 6", ""}) {
-    messages.clear();
-    OpenInBrowser(Form(flags, "/TU (none)"));
-    PressSend();
-    EXPECT_EQ(messages, Pairs{"The required field, \"must\", was found empty during export."});
-    EXPECT_TRUE(urls.sent.empty());
-  }
 }
 
 TEST_F(SubmitTest, failures_are_told_and_nothing_stays_behind) {

@@ -48,9 +48,6 @@ TEST_F(TriggersTest, a_widgets_own_action_or_destination_is_its_mouse_up_with_us
   EXPECT_EQ(TypesOf(key::TriggerUp, false), "Additional ");
   EXPECT_EQ(TypesOf(key::TriggerDown, true), "Down ");
   EXPECT_FALSE(HasTriggerAction(owner, key::TriggerEnter, true));
-  EXPECT_EQ(GetTriggerAction(owner, key::TriggerEnter, true), nullptr);
-  EXPECT_TRUE(HasTriggerAction(owner, kAnyTrigger, false));
-
   OpenWith("/A << /S /Own >> /Dest [3 0 R /Fit]");
   EXPECT_EQ(TypesOf(key::TriggerUp, true), "GoTo ") << "the destination comes first";
   OpenWith("/AA << >>");
@@ -58,8 +55,6 @@ TEST_F(TriggersTest, a_widgets_own_action_or_destination_is_its_mouse_up_with_us
   EXPECT_FALSE(HasTriggerAction(owner, key::TriggerUp, false));
   OpenWith("/AA (text)");
   EXPECT_FALSE(HasTriggerAction(owner, key::TriggerUp, false)) << "an AA that is none";
-  OpenWith("");
-  EXPECT_FALSE(HasTriggerAction(owner, kAnyTrigger, true));
 }
 
 TEST_F(TriggersTest, actions_and_destinations_take_each_others_place) {
@@ -84,26 +79,11 @@ TEST_F(TriggersTest, additional_actions_are_made_room_for_and_a_placed_one_is_co
   EXPECT_EQ(Entry(owner, "AA"), "<< /E << /Note (a) /S /Own >> >>");
   SetTriggerAction(owner, key::TriggerEnter, nullptr, true);
   EXPECT_FALSE(HasTriggerAction(owner, key::TriggerEnter, true));
-  SetTriggerAction(owner, key::TriggerExit, nullptr, true);
 }
 
 TEST_F(TriggersTest, a_chain_follows_next_and_each_element_of_an_array_depth_first) {
   OpenWith("/A << /S /A /Next [ << /S /B /Next << /S /C >> >> 7 << /S /D >> ] >>");
   EXPECT_EQ(TypesOf(key::TriggerUp, true), "A B C D ");
-  std::string seen;
-  struct Stop {
-    std::string* seen;
-  } stop{&seen};
-  const bool whole = ForEachActionInChain(
-      GetTriggerAction(owner, key::TriggerUp, true),
-      [](ActionHandle action, void* data) {
-        std::string& text = *static_cast<Stop*>(data)->seen;
-        text += Core->NameFromAtom(Document->ActionType(action));
-        return text != "AB";
-      },
-      &stop);
-  EXPECT_FALSE(whole);
-  EXPECT_EQ(seen, "AB");
 }
 
 TEST_F(TriggersTest, circles_and_endless_chains_end) {
@@ -152,12 +132,6 @@ TEST_F(TriggersTest, a_destination_at_the_head_of_a_longer_list_becomes_an_actio
   SetTriggerActions(owner, &list, true);
   EXPECT_EQ(Entry(owner, "Dest"), "null");
   EXPECT_EQ(TypesOf(key::TriggerUp, true), "GoTo B ");
-}
-
-TEST_F(TriggersTest, performing_what_nobody_performs_is_no_failure) {
-  OpenWith("/A << /S /Unheard >>");
-  PerformAction(GetTriggerAction(owner, key::TriggerUp, true), nullptr);
-  PerformAction(nullptr, nullptr);
 }
 
 }  // namespace

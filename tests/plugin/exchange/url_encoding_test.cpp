@@ -77,10 +77,5 @@ TEST_F(UrlEncoding, long_values_go_out_whole_in_pieces_of_about_a_thousand_bytes
   }
 }
 
-TEST_F(UrlEncoding, a_stream_that_is_full_is_an_error) {
-  room = 3;
-  EXPECT_EQ(CodeOf([&] { WritePair(&output, "name", Text("value")); }), quillon::kErrorWriteFile);
-}
-
 }  // namespace
 }  // namespace quillform

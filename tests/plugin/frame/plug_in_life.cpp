@@ -6,17 +6,14 @@
 #include "quillon/core/guard.h"
 #include "quillon/core/operations.h"
 #include "quillon/support/operations.h"
-#include "quillon/viewer/operations.h"
 
 namespace quillform {
 
 namespace {
 
 using quillon::Atom;
-using quillon::Boolean;
 using quillon::Callback;
 using quillon::ExtensionId;
-using quillon::FailureCode;
 
 constexpr ExtensionId kExtension = 77;
 
@@ -38,42 +35,16 @@ void* GetTableLogged(Atom name, std::uint32_t version) {
   return quillon::core::GetTable(name, version);
 }
 
-Callback MakeCallbackLogged(ExtensionId extension, Callback routine) {
-  CallLog().push_back("callback");
-  return quillon::core::MakeCallback(extension, routine);
-}
-
-void RegisterNotificationLogged(std::uint32_t number, ExtensionId, Callback, void*) {
-  CallLog().push_back("notification " + Hex(number));
-}
-
-quillon::MenuItemHandle NewMenuItemLogged(const char* label, const char* name,
-                                          quillon::MenuHandle submenu, Boolean wantsShortcut,
-                                          std::uint16_t shortcut, std::uint16_t modifiers,
-                                          quillon::IconHandle icon, ExtensionId extension) {
-  CallLog().push_back(std::string("item ") + name);
-  return quillon::viewer::NewMenuItem(label, name, submenu, wantsShortcut, shortcut, modifiers,
-                                      icon, extension);
-}
-
-void RegisterActionHandlerLogged(ExtensionId, Atom type, const quillon::ActionHandlerRecord*,
-                                 const char* name) {
-  CallLog().push_back(std::string("action ") + quillon::core::NameFromAtom(type) + " " + name);
-}
+// What is registered in the name of kExtension stays with the test.
+void IgnoreNotification(std::uint32_t, ExtensionId, Callback, void*) {}
+void IgnoreActionHandler(ExtensionId, Atom, const quillon::ActionHandlerRecord*, const char*) {}
 
 // The host knows nothing of the copies that the plug-in works with here.
-void SetSlotLogged(quillon::TableHandle table, std::uint32_t slot, Callback routine,
+void SetSlotOfHost(quillon::TableHandle table, std::uint32_t slot, Callback routine,
                    std::uint32_t flag) {
-  if (static_cast<void*>(table) == &life->viewer) {
-    CallLog().push_back("viewer slot " + std::to_string(slot));
-  } else {
+  if (static_cast<void*>(table) != &life->viewer) {
     quillon::support::SetSlot(table, slot, routine, flag);
   }
-}
-
-FailureCode RegisterErrorStringLogged(std::uint16_t severity, const char* text) {
-  CallLog().push_back("error text " + std::to_string(severity) + " " + text);
-  return quillon::support::RegisterErrorString(severity, text);
 }
 
 template <typename Table>
@@ -93,14 +64,11 @@ PlugInLife::PlugInLife() : host{}, core{}, support{}, viewer{}, offers{}, setup{
   CallLog().clear();
   quillon::core::FillTable(&core);
   core.GetTable = &GetTableLogged;
-  core.MakeCallback = &MakeCallbackLogged;
   support = *HostTable<quillon::SupportTable>(quillon::kSupportTableName, quillon::kSupportVersion);
-  support.RegisterErrorString = &RegisterErrorStringLogged;
-  support.SetSlot = &SetSlotLogged;
+  support.SetSlot = &SetSlotOfHost;
   viewer = *HostTable<quillon::ViewerTable>(quillon::kViewerTableName, quillon::kViewerVersion);
-  viewer.RegisterNotification = &RegisterNotificationLogged;
-  viewer.NewMenuItem = &NewMenuItemLogged;
-  viewer.RegisterActionHandler = &RegisterActionHandlerLogged;
+  viewer.RegisterNotification = &IgnoreNotification;
+  viewer.RegisterActionHandler = &IgnoreActionHandler;
 
   constexpr std::uint32_t oldest = quillon::kOldestTableVersion;
   offers = {

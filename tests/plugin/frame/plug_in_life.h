@@ -47,8 +47,7 @@ struct PlugInLife {
   quillon::HandshakeRecord handshake;
 };
 
-// What the plug-in did, one line a call: requests for tables, callbacks made, menu items made,
-// slots of the viewer replaced; notifications, action handlers and error texts registered.
+// The plug-in's requests for tables, one line each: "table Plat 20002".
 std::vector<std::string>& CallLog();
 
 }  // namespace quillform

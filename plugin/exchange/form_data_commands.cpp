@@ -1,6 +1,9 @@
-#include "plugin/exchange/export_command.h"
+#include "plugin/exchange/form_data_commands.h"
+
+#include <string>
 
 #include "plugin/exchange/edit_in_progress.h"
+#include "plugin/exchange/fdf_reader.h"
 #include "plugin/exchange/fdf_writer.h"
 #include "plugin/exchange/file_choice.h"
 #include "plugin/exchange/path_text.h"
@@ -13,7 +16,9 @@ namespace {
 
 constexpr std::int16_t kLabel = 146;
 
-void Execute(void*) { ExportFormData(); }
+void Export(void*) { ExportFormData(); }
+
+void Import(void*) { ImportFormData(); }
 
 Boolean IsEnabled(void*) { return Viewer->ActiveDocView() != nullptr ? 1 : 0; }
 
@@ -34,16 +39,18 @@ void ExportFormData() {
   Raise(failure);
 }
 
-void AddExportItem() {
-  AddMenuCommand({.menu = Viewer->AcquireMenuByName("Export"),
-                  .name = "Quillform:ExportFDF",
-                  .label = kLabel,
-                  .execute = MakeExecuteProc<&Execute>(),
-                  .computeEnabled = MakeComputeProc<&IsEnabled>(),
-                  .computeMarked = nullptr,
-                  .submenu = nullptr,
-                  .position = quillon::kMenuEnd,
-                  .clientData = nullptr});
+void ImportFormData() {
+  const DocView view = Viewer->ActiveDocView();
+  if (view == nullptr) return;
+  const PathHandle path = AskForFile(kChooseFdf);
+  if (path != nullptr) ImportFDFFile(view, path);
+}
+
+void AddFormDataItems() {
+  AddCommandItem<&Import, &IsEnabled>(Viewer->AcquireMenuByName("Import"), "Quillform:ImportFDF",
+                                      kLabel);
+  AddCommandItem<&Export, &IsEnabled>(Viewer->AcquireMenuByName("Export"), "Quillform:ExportFDF",
+                                      kLabel);
 }
 
 }  // namespace quillform

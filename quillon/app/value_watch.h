@@ -1,0 +1,21 @@
+// Which field's value is about to be set, as the form plug-in's subscribers are told.
+#pragma once
+
+#include "quillon/app/forms_client.h"
+
+namespace quillon::app {
+
+// Subscribes for its own lifetime, after the plug-ins did: what they make of a change is known when
+// its turn comes.
+struct ValueWatch {
+  ValueWatch();
+  ~ValueWatch();
+  ValueWatch(const ValueWatch&) = delete;
+  ValueWatch& operator=(const ValueWatch&) = delete;
+
+  std::uint32_t registration;
+  char name[256] = "";   // of the latest field, as in the document; longer ones there are none
+  bool refused = false;  // a plug-in kept it as it was
+};
+
+}  // namespace quillon::app

@@ -58,25 +58,20 @@ Outcome Judge(const std::string& written, int warnings) {
   if (check.status == kDone) return {Verdict::kSound, warnings, {}};
   const std::string fault = FaultBesidesData(check.err);
   if (fault.empty()) return {Verdict::kAsGood, warnings, {}};
-  return {Verdict::kBad, warnings, "the checker: " + (fault.empty() ? check.err : fault)};
+  return {Verdict::kBad, warnings, "the checker: " + fault};
 }
 
 }  // namespace
 
-Outcome OutcomeOf(const std::string& file, const std::string& field, int seconds,
-                  const std::vector<std::string>& options) {
-  std::vector<std::string> listing = {"fields", file};
-  listing.insert(listing.end(), options.begin(), options.end());
-  const ProcessResult list = Run(listing, seconds);
+Outcome OutcomeOf(const std::string& file, const std::string& field, int seconds) {
+  const ProcessResult list = Run({"fields", file}, seconds);
   const bool listed = list.status == kDone || list.status == kWarnings;
   if (!listed && (list.status != kError || list.err.empty())) {
     return {Verdict::kBad, 0, "listing ended with " + std::to_string(list.status)};
   }
   const std::string written = file + ".written.pdf";
   std::filesystem::remove(written);
-  std::vector<std::string> filling = {"fill", file, field + "=broken", "-o", written};
-  filling.insert(filling.end(), options.begin(), options.end());
-  const ProcessResult fill = Run(filling, seconds);
+  const ProcessResult fill = Run({"fill", file, field + "=broken", "-o", written}, seconds);
   const bool exists = std::filesystem::exists(written);
   if (fill.status == kError && !fill.err.empty() && !exists) {
     return {Verdict::kError, 0, Message(fill.err, file)};

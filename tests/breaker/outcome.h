@@ -2,7 +2,6 @@
 #pragma once
 
 #include <string>
-#include <vector>
 
 namespace quillon::test {
 
@@ -21,7 +20,6 @@ struct Outcome {
 
 // Lists the fields of the file, then sets one of them and writes the result beside it. The program
 // has `seconds` for each.
-Outcome OutcomeOf(const std::string& file, const std::string& field, int seconds = 20,
-                  const std::vector<std::string>& options = {});
+Outcome OutcomeOf(const std::string& file, const std::string& field, int seconds = 20);
 
 }  // namespace quillon::test

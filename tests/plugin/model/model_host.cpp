@@ -58,6 +58,12 @@ ObjectHandle ModelHost::Name(const char* text) {
 
 std::string FieldRef(int index) { return quillon::test::Ref(quillon::test::kFirstField + index); }
 
+std::vector<std::string> TwoWidgets(const std::string& entries) {
+  return {"/FT /Tx /T (pair) /Kids [" + FieldRef(1) + " " + FieldRef(2) + "] " + entries,
+          "/Subtype /Widget /Rect [0 0 9 9] /Parent " + FieldRef(0),
+          "/Subtype /Widget /Rect [0 0 9 9] /Parent " + FieldRef(0)};
+}
+
 ObjectHandle KidOf(ObjectHandle dict, std::uint32_t index) {
   return Objects->ArrayGet(Objects->DictGet(dict, key::Kids), index);
 }
@@ -83,17 +89,6 @@ std::string WalkedNames(DocHandle doc, bool terminalOnly, bool onePerName) {
       },
       &names);
   return names;
-}
-
-FieldNode AddToFieldOfName(ObjectHandle widget, const char* name) {
-  const DocHandle doc = Document->DocOfObjectDoc(Objects->DocumentOf(widget));
-  FieldNode field = FindFieldByName(doc, name);
-  if (field == nullptr) return nullptr;
-  const ObjectHandle kids = Objects->DictGet(field->dict, key::Kids);
-  if (!IsKind(kids, ObjectKind::kArray)) return nullptr;
-  Objects->DictPut(widget, key::Parent, field->dict);
-  Objects->ArrayInsert(kids, Objects->ArrayLength(kids), widget);
-  return FieldNodeOf(widget);
 }
 
 }  // namespace quillform

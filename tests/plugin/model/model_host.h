@@ -41,6 +41,9 @@ struct ModelHost : testing::Test {
   DocView view = nullptr;
 };
 
+// A field "pair" with two widgets, as fields 0 to 2 of a document made by Open.
+std::vector<std::string> TwoWidgets(const std::string& entries = "");
+
 // "12 0 R" of field `index` of a document made by Open.
 std::string FieldRef(int index);
 
@@ -50,9 +53,6 @@ std::string Entry(ObjectHandle dict, const char* key);
 
 // The names of all nodes in the order of a walk, separated by blanks.
 std::string WalkedNames(DocHandle doc, bool terminalOnly, bool onePerName);
-
-// Puts a widget under the field that has its name already; the hook that real placing fills.
-FieldNode AddToFieldOfName(ObjectHandle widget, const char* name);
 
 // The code that a piece of the plug-in's code raises.
 template <typename Work>

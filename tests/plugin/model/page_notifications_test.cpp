@@ -61,22 +61,6 @@ TEST_F(FieldPages, a_removed_widget_leaves_the_tree_bare) {
   ExpectNodesFit();
 }
 
-TEST_F(FieldPages, a_widget_that_is_being_moved_keeps_its_field) {
-  Open({WidgetField("Tx", "t", "/V (x)")});
-  FieldNode node = FieldNodeOf(Field(0));
-  node->status |= kNodeMoving;
-  Document->RemoveAnnot(Page(doc, 0).handle, 0);
-  EXPECT_EQ(Node("t"), node);
-  EXPECT_EQ(Entry(Field(0), "V"), "(x)");
-}
-
-TEST_F(FieldPages, flags_follow_a_change_of_the_annotation) {
-  Open({WidgetField("Tx", "t")});
-  FieldNode node = FieldNodeOf(Field(0));
-  Document->SetAnnotFlags(Widget(0), 6);
-  EXPECT_EQ(GetFieldFlags(node, 0), 6u);
-}
-
 TEST_F(FieldPages, inserted_widgets_join_the_fields_of_their_names) {
   Open({WidgetField("Tx", "t", "/V (x)"), "/T (a) /Kids [" + FieldRef(2) + "]",
         WidgetField("Tx", "b", "/Parent " + FieldRef(1))});
@@ -108,15 +92,6 @@ TEST_F(FieldPages, inserted_widgets_without_a_place_go_unless_they_are_buttons) 
   EXPECT_EQ(Tree(), "check");
 }
 
-TEST_F(FieldPages, only_inserted_buttons_stay_where_the_form_cannot_be_used) {
-  Show({}, {.formEntries = "/QuillForm 0.5"});
-  InsertFrom({WidgetField("Tx", "t"), WidgetField("Btn", "push")});
-  const Page page(doc, 1);
-  ASSERT_EQ(Document->AnnotCount(page.handle), 1u);
-  EXPECT_EQ(Entry(Document->AnnotDict(Document->AnnotAt(page.handle, 0)), "T"), "(push)");
-  EXPECT_EQ(Entry(Form(), "NeedAppearances"), "null");
-}
-
 TEST_F(FieldPages, inserted_fields_keep_the_fonts_of_their_form) {
   const auto form = [](const std::string& font) {
     return "/DR << /Font << /F1 << /Type /Font /BaseFont /" + font + " >> /" + font +
@@ -145,17 +120,6 @@ TEST_F(FieldPages, pages_bring_a_form_to_a_document_without_one) {
   InsertFrom({WidgetField("Tx", "t", "/V (x)")});
   EXPECT_EQ(Tree(), "t");
   EXPECT_EQ(ShowObject(GetFieldValue(Node("t"))), "(x)");
-}
-
-TEST_F(FieldPages, deleted_pages_take_the_fields_that_are_known) {
-  Open({WidgetField("Tx", "stays")});
-  InsertFrom({WidgetField("Tx", "goes"), WidgetField("Tx", "stays")});
-  LoadAllFields(doc);
-  EXPECT_EQ(Tree(), "stays[- -] goes");
-  quillon::DeletePages(doc, 1, 1);
-  EXPECT_EQ(Tree(), "stays[-]");
-  EXPECT_EQ(Node("goes"), nullptr);
-  ExpectNodesFit();
 }
 
 }  // namespace

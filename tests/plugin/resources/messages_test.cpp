@@ -56,32 +56,10 @@ TEST_F(Messages, are_modal_and_leave_nothing_modal) {
   EXPECT_EQ(quillon::ModalDepth(), 0u);
 }
 
-TEST_F(Messages, give_the_keyboard_back) {
-  const HWND window =
-      CreateWindowExA(0, "STATIC", "", WS_POPUP, 0, 0, 10, 10, nullptr, nullptr, nullptr, nullptr);
-  if (window == nullptr) GTEST_SKIP() << "no desktop to put windows on";
-  SetFocus(window);
-  ASSERT_EQ(GetFocus(), window);
-  quillon::SetMessageRoutine([](const quillon::Message&) -> std::uint32_t {
-    SetFocus(nullptr);
-    return quillon::kAnswerOk;
-  });
-  ShowMessage(MB_ICONSTOP, MB_OK, 104);
-  EXPECT_EQ(GetFocus(), window);
-  DestroyWindow(window);
-}
-
 TEST_F(Messages, longer_than_the_formatter_allows_are_cut) {
   ShowMessage(MB_ICONSTOP, MB_OK, 76, std::string(5000, 'x').c_str());
   EXPECT_LE(shown->text.size(), 1024u);
   EXPECT_GE(shown->text.size(), 1023u);
-}
-
-TEST_F(Messages, in_a_language_that_the_module_lacks_are_english) {
-  StoreSettingText("General", "Language", "DEU");
-  EXPECT_EQ(LanguageOffset(), 0u);
-  ShowMessage(0, MB_OK, 19);
-  EXPECT_EQ(shown->text, "Yes");
 }
 
 #if !defined(_WIN32)
@@ -98,17 +76,6 @@ TEST_F(Messages, that_the_host_leaves_to_the_plug_in_reach_the_platform) {
   }
 }
 #endif
-
-TEST(MessageAnswers, without_a_screen_are_cautious_unless_the_user_agreed) {
-  EXPECT_EQ(quillon::CautiousAnswer(MB_YESNO | MB_ICONQUESTION | MB_TASKMODAL), 7u);
-  EXPECT_EQ(quillon::AgreeingAnswer(MB_YESNO | MB_ICONQUESTION | MB_TASKMODAL), 6u);
-  EXPECT_EQ(quillon::CautiousAnswer(MB_OKCANCEL), 2u);
-  EXPECT_EQ(quillon::AgreeingAnswer(MB_RETRYCANCEL), 2u) << "or it would be asked for ever";
-  EXPECT_EQ(quillon::CautiousAnswer(MB_OK), 1u);
-  PlugInLife life;
-  ASSERT_TRUE(life.SetUp());
-  EXPECT_EQ(ShowMessage(MB_ICONQUESTION, MB_YESNO, 85, "x"), IDNO) << "nobody listens";
-}
 
 }  // namespace
 }  // namespace quillform

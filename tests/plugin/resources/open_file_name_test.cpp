@@ -15,18 +15,15 @@ namespace {
 
 struct Asked {
   std::string filter;  // NULs as bars
-  std::string title;
   DWORD flags;
   std::uint32_t modalDepth;
-  bool pathWasEmpty;
 };
 Asked asked;
 
 bool Choose(OPENFILENAMEA* question) {
   const char* end = question->lpstrFilter;
   while (*end != '\0') end += std::strlen(end) + 1;
-  asked = {std::string(question->lpstrFilter, end), question->lpstrTitle, question->Flags,
-           quillon::ModalDepth(), question->lpstrFile[0] == '\0'};
+  asked = {std::string(question->lpstrFilter, end), question->Flags, quillon::ModalDepth()};
   for (char& byte : asked.filter) {
     if (byte == '\0') byte = '|';
   }
@@ -52,8 +49,6 @@ TEST_F(OpenFileName, asks_for_files_of_the_type_in_the_hosts_modal_state) {
   EXPECT_TRUE(Ask(false));
   EXPECT_STREQ(path, "/forms/a.pdf");
   EXPECT_EQ(asked.filter, "Quillon Files (*.pdf)|*.pdf|");
-  EXPECT_EQ(asked.title, "Choose");
-  EXPECT_TRUE(asked.pathWasEmpty);
   EXPECT_EQ(asked.flags, OFN_FILEMUSTEXIST | OFN_HIDEREADONLY | OFN_ENABLEHOOK | OFN_EXPLORER);
   EXPECT_EQ(asked.modalDepth, 1u);
   EXPECT_EQ(quillon::ModalDepth(), 0u);

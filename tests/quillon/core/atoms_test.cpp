@@ -36,11 +36,5 @@ TEST(Atoms, NamesThatAreEmptyLongOrNotAsciiAreKeptWhole) {
   EXPECT_EQ(InternName(table, lengthy), longAtom);
 }
 
-TEST(Atoms, AtomsNeverGivenOutHaveNoName) {
-  EXPECT_EQ(core::NameFromAtom(0), nullptr);
-  EXPECT_EQ(core::NameFromAtom(kNoAtom), nullptr);
-  EXPECT_EQ(test::RaisedBy([] { core::AtomFromName(nullptr); }), kErrorBadParameter);
-}
-
 }  // namespace
 }  // namespace quillon

@@ -47,15 +47,6 @@ std::string TextOf(FailureCode code) {
   return support::ErrorText(code, text, sizeof text);
 }
 
-std::string CaughtText(FailureCode code) {
-  try {
-    CallGuarded([code] { core::Raise(code); });
-  } catch (const HostFailure& failure) {
-    return failure.what();
-  }
-  return "nothing was raised";
-}
-
 TEST(Frames, ARaiseDestroysWhatLiesBetweenAndEndsInTheInnermostBlock) {
   const CoreTable table = Table();
   int destroyed = 0;
@@ -86,32 +77,6 @@ TEST(Frames, ARaiseDestroysWhatLiesBetweenAndEndsInTheInnermostBlock) {
   EXPECT_EQ(OpenFrameCount(), 0U);
 }
 
-// The plug-in calls the host, which calls the plug-in, which raises: each side sees its own type,
-// and the code goes all the way.
-TEST(Frames, ARaisePassesThroughAlternatingSides) {
-  const CoreTable table = Table();
-  int destroyed = 0;
-  FailureCode seen = 0;
-  try {
-    PlugInBlock plugInBlock;
-    Counted first(&destroyed);
-    try {
-      CallGuarded([&] {
-        Counted second(&destroyed);
-        table.Raise(kErrorBadObject);
-      });
-      ADD_FAILURE() << "the raise was lost";
-    } catch (const HostFailure& failure) {
-      RaiseFailure(failure);
-    }
-  } catch (const PlugInError& error) {
-    seen = error.code;
-  }
-  EXPECT_EQ(seen, kErrorBadObject);
-  EXPECT_EQ(destroyed, 2);
-  EXPECT_EQ(OpenFrameCount(), 0U);
-}
-
 TEST(Frames, AFailureOfTheHostIsRaisedByItsTableAndKeepsItsTextWhenRaisedAgain) {
   const CoreTable table = Table();
   std::string text;
@@ -133,12 +98,6 @@ TEST(Frames, AFailureOfTheHostIsRaisedByItsTableAndKeepsItsTextWhenRaisedAgain) 
     text = failure.what();
   }
   EXPECT_EQ(text, "a name is missing");
-}
-
-TEST(Frames, AnOldFailureDoesNotExplainANewRaiseOfItsCode) {
-  const CoreTable table = Table();
-  EXPECT_EQ(RaisedBy([&] { table.AtomFromName(nullptr); }), kErrorBadParameter);
-  EXPECT_NE(CaughtText(kErrorBadParameter), "a name is missing");
 }
 
 TEST(Frames, ABlockLeftOpenInsideAHostBlockIsDroppedWithIt) {

@@ -41,27 +41,10 @@ struct DocumentsTest : testing::Test {
   test::TestHost host;
 };
 
-Boolean CollectTwo(DocHandle doc, void* clientData) {
-  auto& found = *static_cast<std::vector<DocHandle>*>(clientData);
-  found.push_back(doc);
-  return found.size() < 2;
-}
-
 Boolean CloseEverything(DocHandle, void* clientData) {
   ++*static_cast<int*>(clientData);
   for (const DocHandle doc : OpenDocuments()) CloseDocument(doc);
   return 1;
-}
-
-TEST_F(DocumentsTest, AreEnumeratedNewestFirst) {
-  const DocHandle first = test::OpenTestDocument(SmallPdf());
-  const DocHandle second = test::OpenTestDocument(SmallPdf());
-  const DocHandle third = test::OpenTestDocument(SmallPdf());
-  std::vector<DocHandle> found;
-  document::EnumDocuments(CollectTwo, &found);
-  EXPECT_EQ(found, (std::vector<DocHandle>{third, second}));
-  EXPECT_EQ(document::DocOfObjectDoc(document::ObjectDocOf(first)), first);
-  EXPECT_EQ(document::DocOfObjectDoc(nullptr), nullptr);
 }
 
 TEST_F(DocumentsTest, MayBeClosedWhileTheyAreEnumerated) {
@@ -76,7 +59,7 @@ TEST_F(DocumentsTest, MayBeClosedWhileTheyAreEnumerated) {
 TEST_F(DocumentsTest, TheModifiedFlagFollowsChangesAndCanBeForgotten) {
   const DocHandle doc = test::OpenTestDocument(SmallPdf());
   const auto change = [&] {
-    objects::DictPut(Object(doc, 7), core::AtomFromName("Nothing"),
+    objects::DictPut(Object(doc, 7), core::AtomFromName("Kept"),
                      objects::NewBoolean(document::ObjectDocOf(doc), 0, 1));
   };
   EXPECT_EQ(document::GetFlags(doc), 0U);
@@ -84,22 +67,11 @@ TEST_F(DocumentsTest, TheModifiedFlagFollowsChangesAndCanBeForgotten) {
   EXPECT_EQ(document::GetFlags(doc), kDocModified);
   document::ClearFlags(doc, kDocModified);
   EXPECT_EQ(document::GetFlags(doc), 0U);
+  const DocHandle again = OpenDocumentBytes(DocumentToBytes(doc));
+  EXPECT_TRUE(objects::DictKnown(Object(again, 7), core::AtomFromName("Kept")))
+      << "what was forgotten as a modification is still written";
   change();
   EXPECT_EQ(document::GetFlags(doc), kDocModified);
-  document::ClearFlags(doc, kDocModified);
-  document::SetFlags(doc, kDocModified | 0x10);
-  document::ClearFlags(doc, 0x10);
-  EXPECT_EQ(document::GetFlags(doc), kDocModified);
-}
-
-// What was forgotten as a modification is still written.
-TEST_F(DocumentsTest, ForgottenChangesAreSaved) {
-  const DocHandle doc = test::OpenTestDocument(SmallPdf());
-  objects::DictPut(Object(doc, 7), core::AtomFromName("Kept"),
-                   objects::NewInteger(document::ObjectDocOf(doc), 0, 42));
-  document::ClearFlags(doc, kDocModified);
-  const DocHandle again = OpenDocumentBytes(DocumentToBytes(doc));
-  EXPECT_TRUE(objects::DictKnown(Object(again, 7), core::AtomFromName("Kept")));
 }
 
 TEST_F(DocumentsTest, FileIdentifiersAreCutToTheBuffer) {
@@ -133,30 +105,16 @@ TEST_F(DocumentsTest, ActionsAndDestinationsAreToldApart) {
   EXPECT_STREQ(typeOf(6), "GoTo");
   EXPECT_STREQ(typeOf(8), "GoTo");
   EXPECT_EQ(document::ActionFromObject(Object(doc, 7)), nullptr);
-  EXPECT_EQ(document::ActionFromObject(kNullObject), nullptr);
-  const ActionHandle action = document::ActionFromObject(Object(doc, 4));
-  EXPECT_EQ(document::ActionFromObject(Object(doc, 4)), action);
-  EXPECT_TRUE(objects::Equal(document::ActionDict(action), Object(doc, 4)));
 }
 
-struct FilesTest : DocumentsTest {
-  void SetUp() override {
-    std::filesystem::create_directories(folder.path / "sub");
-    Write("main.pdf", SmallPdf());
-    Write("sub/data.fdf", "%FDF-1.2");
-  }
-  void Write(const char* name, const std::string& bytes) {
-    std::ofstream(folder.path / name, std::ios::binary) << bytes;
-  }
-  std::string File(const char* name) { return folder.File(name); }
-
-  test::TemporaryFolder folder;
-};
-
-TEST_F(FilesTest, SpecificationsAreRelativeAndLeadBack) {
-  const DocHandle doc = OpenDocumentFile(File("main.pdf"));
+TEST_F(DocumentsTest, FileSpecificationsAreRelativeAndLeadBack) {
+  const test::TemporaryFolder folder;
+  std::filesystem::create_directories(folder.path / "sub");
+  std::ofstream(folder.path / "main.pdf", std::ios::binary) << SmallPdf();
+  std::ofstream(folder.path / "sub/data.fdf", std::ios::binary) << "%FDF-1.2";
+  const DocHandle doc = OpenDocumentFile(folder.File("main.pdf"));
   const PathHandle own = support::FilePath(document::FileOf(doc));
-  const PathHandle data = PathOf(File("sub/data.fdf"));
+  const PathHandle data = PathOf(folder.File("sub/data.fdf"));
   const FileSpecHandle spec = document::FileSpecFromPath(doc, data, own);
   EXPECT_STREQ(
       objects::StringValue(
@@ -168,33 +126,6 @@ TEST_F(FilesTest, SpecificationsAreRelativeAndLeadBack) {
   std::filesystem::remove(folder.path / "sub/data.fdf");
   EXPECT_EQ(document::FileSpecAcquirePath(spec, own), nullptr) << "it names nothing any more";
   for (const PathHandle path : {own, data, back}) support::ReleasePath(path);
-}
-
-TEST_F(FilesTest, SpecificationsOfUnknownFileSystemsLeadNowhere) {
-  const DocHandle doc = OpenDocumentFile(File("main.pdf"));
-  const ObjectDoc objects = document::ObjectDocOf(doc);
-  const ObjectHandle dict = objects::NewDict(objects, 1, 2);
-  const auto put = [&](const char* key, ObjectHandle value) {
-    objects::DictPut(dict, core::AtomFromName(key), value);
-  };
-  EXPECT_EQ(document::FileSpecFromObject(dict), nullptr);
-  put("F", objects::NewString(objects, 0, "x", 1));
-  put("FS", objects::NewName(objects, 0, core::AtomFromName("NoSuchSystem")));
-  const FileSpecHandle spec = document::FileSpecFromObject(dict);
-  ASSERT_NE(spec, nullptr);
-  EXPECT_EQ(document::FileSpecFileSystem(spec), nullptr);
-  EXPECT_EQ(document::FileSpecAcquirePath(spec, nullptr), nullptr);
-}
-
-TEST_F(FilesTest, SavingEndsTheModification) {
-  const DocHandle doc = OpenDocumentFile(File("main.pdf"));
-  objects::DictPut(Object(doc, 7), core::AtomFromName("Nothing"), kNullObject);
-  EXPECT_EQ(document::GetFlags(doc), kDocModified);
-  SaveDocumentFile(doc, File("main.pdf"));
-  EXPECT_EQ(document::GetFlags(doc), 0U);
-  const DocHandle again = OpenDocumentFile(File("main.pdf"));
-  EXPECT_FALSE(objects::DictKnown(Object(again, 7), core::AtomFromName("Nothing")));
-  EXPECT_EQ(DocumentPath(again), File("main.pdf"));
 }
 
 }  // namespace

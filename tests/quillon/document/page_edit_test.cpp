@@ -120,15 +120,6 @@ TEST_F(PageEdit, PagesComeWhereTheyAreToldTo) {
   EXPECT_EQ(Shown(again), "B1 A1 B2 B3 A2 A3 B1");
 }
 
-TEST_F(PageEdit, ManyPagesGetNodesOfTheirOwn) {
-  const DocHandle doc = OpenTestDocument(PagesPdf("A", 2, 2));
-  const DocHandle other = OpenTestDocument(PagesPdf("B", 1100, 1100));
-  InsertPages(doc, 0, other, 0, 1099);
-  const std::string shown = Shown(doc);
-  EXPECT_EQ(shown.substr(0, 8), "A1 B1 B2");
-  EXPECT_EQ(shown.substr(shown.size() - 8), "B1100 A2");
-}
-
 TEST_F(PageEdit, CopiesKeepWhatTheyInheritedAndTakeNothingNew) {
   const DocHandle doc = OpenTestDocument(PagesPdf("A", 1, 1, " /Rotate 90 /CropBox [10 10 20 20]"));
   const DocHandle other = OpenTestDocument(PagesPdf("B", 2, 2));
@@ -187,18 +178,6 @@ TEST_F(PageEdit, WidgetsBringTheFieldsAboveThemAndNothingElse) {
   EXPECT_EQ(bytes.find("(own)"), std::string::npos);
 }
 
-TEST_F(PageEdit, PagesOfOneRangeKeepTheirLinks) {
-  const DocHandle other = OpenTestDocument(FieldsPdf());
-  const DocHandle doc = ExtractPages(other, 0, 1);
-  const PageHandle first = document::AcquirePage(doc, 0);
-  const PageHandle second = document::AcquirePage(doc, 1);
-  const ObjectHandle link = document::AnnotDict(document::AnnotAt(first, 1));
-  const ObjectHandle destination = objects::DictGet(link, Name("Dest"));
-  EXPECT_TRUE(objects::Equal(objects::ArrayGet(destination, 0), document::PageDict(second)));
-  document::ReleasePage(first);
-  document::ReleasePage(second);
-}
-
 TEST_F(PageEdit, AnExtractedFormKeepsTheKeyOfItsFile) {
   const DocHandle doc = ExtractPages(OpenTestDocument(FieldsPdf()), 0, 0);
   const ObjectDoc objectDoc = document::ObjectDocOf(doc);
@@ -222,31 +201,6 @@ TEST_F(PageEdit, DeletedPagesAreGoneFromTheFile) {
   const std::string bytes = DocumentToBytes(doc);
   EXPECT_EQ(bytes.find("(A3)"), std::string::npos);
   EXPECT_EQ(Shown(OpenTestDocument(bytes)), "A1 A5");
-}
-
-TEST_F(PageEdit, DeletionKeepsWhatOtherPagesUse) {
-  const DocHandle doc = OpenTestDocument(FieldsPdf());
-  DeletePages(doc, 1, 1);
-  const std::string bytes = DocumentToBytes(doc);
-  EXPECT_NE(bytes.find("(own)"), std::string::npos) << "the form still has the field";
-  const DocHandle again = OpenTestDocument(bytes);
-  const PageHandle page = document::AcquirePage(again, 0);
-  EXPECT_EQ(document::AnnotCount(page), 2U);
-  document::ReleasePage(page);
-}
-
-TEST_F(PageEdit, PagesThatAreNotThereAreRefused) {
-  const DocHandle doc = OpenTestDocument(PagesPdf("A", 2, 2));
-  const DocHandle other = OpenTestDocument(PagesPdf("B", 1, 1));
-  EXPECT_EQ(RaisedBy([&] { InsertPages(doc, 2, other, 0, 0); }), kErrorBadParameter);
-  EXPECT_EQ(RaisedBy([&] { InsertPages(doc, 0, other, 0, 1); }), kErrorBadParameter);
-  EXPECT_EQ(RaisedBy([&] { InsertPages(doc, 0, other, 1, 0); }), kErrorBadParameter);
-  EXPECT_EQ(RaisedBy([&] { DeletePages(doc, 0, 1); }), kErrorBadParameter) << "all of them";
-  EXPECT_EQ(RaisedBy([&] { return ExtractPages(doc, 1, 2); }), kErrorBadParameter);
-  EXPECT_EQ(lastNote, "");
-  EXPECT_EQ(RaisedBy([&] { InsertPages(doc, 0, doc, 0, 0); }), kErrorBadParameter);
-  EXPECT_EQ(lastNote, "inserted 0 1 " + std::to_string(kErrorBadParameter));
-  EXPECT_EQ(Shown(doc), "A1 A2");
 }
 
 }  // namespace

@@ -10,7 +10,6 @@
 namespace quillon {
 namespace {
 
-using test::RaisedBy;
 using test::Ref;
 
 struct PagesTest : testing::Test {
@@ -60,17 +59,6 @@ TEST_F(PagesTest, EntriesAreInheritedFromTheNearestNode) {
   ExpectBox(Box(doc, 2), 10, 500, 390, 20);
 }
 
-TEST_F(PagesTest, KnowTheirNumberAndDocument) {
-  const DocHandle doc = test::OpenTestDocument(TreePdf());
-  const PageHandle page = Acquire(doc, 2);
-  EXPECT_EQ(document::PageNumber(page), 2U);
-  EXPECT_EQ(document::PageDoc(page), doc);
-  EXPECT_EQ(RaisedBy([&] { document::AcquirePage(doc, 3); }), kErrorBadParameter);
-  const PageHandle released = document::AcquirePage(doc, 0);
-  document::ReleasePage(released);
-  EXPECT_EQ(RaisedBy([&] { document::PageNumber(released); }), kErrorBadParameter);
-}
-
 TEST_F(PagesTest, CyclesAndSharedNodesEnd) {
   test::PdfBuilder pdf;
   pdf.Add("<< /Pages 2 0 R >>");
@@ -79,12 +67,6 @@ TEST_F(PagesTest, CyclesAndSharedNodesEnd) {
   pdf.Add("<< /Kids [2 0 R 5 0 R] >>");
   pdf.Add("<< /Type /Page /Kids [2 0 R] >>");
   EXPECT_EQ(document::PageCount(test::OpenTestDocument(pdf.Finish(1))), 3U);
-}
-
-TEST_F(PagesTest, DocumentsWithoutATreeHaveNoPages) {
-  test::PdfBuilder pdf;
-  pdf.Add("<< /Type /Catalog >>");
-  EXPECT_EQ(document::PageCount(test::OpenTestDocument(pdf.Finish(1))), 0U);
 }
 
 TEST_F(PagesTest, VeryDeepTreesAreBounded) {

@@ -37,23 +37,6 @@ TEST(TextEncoding, EveryPdfDocByteComesBackFromItsCharacter) {
   EXPECT_EQ(characters.size(), 253U);
 }
 
-TEST(TextEncoding, CharactersOutsideAnEncodingHaveNoByte) {
-  std::size_t pdfDoc = 0;
-  std::size_t host = 0;
-  for (char32_t character = 0; character < 0x11000; ++character) {
-    if (const auto byte = PdfDocByte(character)) {
-      ++pdfDoc;
-      ASSERT_EQ(PdfDocCharacter(*byte), character);
-    }
-    if (const auto byte = HostByte(character)) {
-      ++host;
-      ASSERT_EQ(HostCharacter(*byte), character);
-    }
-  }
-  EXPECT_EQ(pdfDoc, 253U);
-  EXPECT_EQ(host, 251U);
-}
-
 TEST(TextEncoding, KnownPlacesOfTheTables) {
   EXPECT_EQ(PdfDocToUtf8("\x80\x8A\x93\xA0\x1F\xE9"), "•−ﬁ€˜é");
   EXPECT_EQ(HostCharacter(0x80), U'€');
@@ -107,12 +90,6 @@ TEST(HostText, IsCutToTheBufferAndTerminated) {
   EXPECT_STREQ(buffer, "ab");
   EXPECT_EQ(buffer[3], 'x');
   EXPECT_EQ(document::HostToPDFText("abc", 3, nullptr, 0), 0U);
-}
-
-TEST(NarrowText, IsTheSameForBothFormsOfOneText) {
-  const std::string wide("\xFE\xFF\0N\0a\0m\0e\0\xE9", 12);
-  EXPECT_EQ(Converted(document::NarrowPDFText, wide), "Name\xE9");
-  EXPECT_EQ(Converted(document::NarrowPDFText, "Name\xE9"), "Name\xE9");
 }
 
 TEST(NarrowText, KeepsDifferentTextsApartAndHasNoNul) {

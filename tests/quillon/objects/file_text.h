@@ -61,8 +61,7 @@ inline std::string XrefFields(int type, std::size_t second, int third) {
 struct OpenedDocument {
   ObjectDoc doc;
   explicit OpenedDocument(ObjectDoc opened) : doc(opened) {}
-  explicit OpenedDocument(const std::string& bytes, const std::string& header = "%PDF-")
-      : doc(OpenPdfBytes(bytes, {header, ""}, nullptr)) {}
+  explicit OpenedDocument(const std::string& bytes) : doc(OpenPdfBytes(bytes, {}, nullptr)) {}
   ~OpenedDocument() { ClosePdf(doc); }
   OpenedDocument(const OpenedDocument&) = delete;
   OpenedDocument& operator=(const OpenedDocument&) = delete;

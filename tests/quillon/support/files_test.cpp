@@ -5,8 +5,6 @@
 #include <filesystem>
 #include <string>
 
-#include "quillon/core/atoms.h"
-#include "quillon/support/file_systems.h"
 #include "quillon/support/operations.h"
 #include "quillon/support/paths.h"
 #include "tests/support/test_host.h"
@@ -109,52 +107,6 @@ TEST(Files, OpeningToReadNeedsTheFileAndOpeningToWriteEmptiesIt) {
   }
   EXPECT_EQ(support::DeleteFile(temporary.path), kErrorNone);
   EXPECT_NE(support::DeleteFile(temporary.path), kErrorNone);
-}
-
-TEST(Files, AFolderIsNeitherOpenedNorDeleted) {
-  const PathHandle folder = PathOf(std::filesystem::temp_directory_path().string());
-  FileHandle file = nullptr;
-  EXPECT_EQ(support::OpenFile(folder, kOpenRead, &file), kErrorOpenFile);
-  EXPECT_NE(support::DeleteFile(folder), kErrorNone);
-  ReleasePath(folder);
-}
-
-// One fixed file behind every name that starts with "box:".
-FileSystem BoxFileSystem() {
-  FileSystem made;
-  made.name = "Box";
-  made.resolve = [](const std::string& text, const std::string*) {
-    return text.starts_with("box:") ? std::optional<std::string>(text) : std::nullopt;
-  };
-  made.relative = [](const std::string& path, const std::string&) { return path; };
-  made.open = [](const std::string&, std::uint16_t, OpenFileRecord* file) {
-    file->size = [] { return 5U; };
-    file->close = [] { return kErrorReadFile; };
-    return kErrorNone;
-  };
-  made.remove = [](const std::string&) { return kErrorWriteFile; };
-  return made;
-}
-
-TEST(FileSystems, AnAddedOneIsFoundByNameAndServesItsOwnPaths) {
-  const FileSystemHandle box = AddFileSystem(BoxFileSystem());
-  EXPECT_EQ(support::FileSystemByName(InternName("Box")), box);
-  EXPECT_EQ(support::FileSystemByName(InternName("NoSuchSystem")), nullptr);
-  EXPECT_EQ(support::FileSystemOf(nullptr), DefaultFileSystem());
-  EXPECT_EQ(NewPath(box, "other:1", nullptr), nullptr);
-
-  const PathHandle path = NewPath(box, "box:1", nullptr);
-  const PathHandle elsewhere = PathOf("plain.pdf");
-  EXPECT_EQ(support::FileSystemOf(path), box);
-  EXPECT_EQ(RelativeText(path, elsewhere), "box:1");
-  const FileHandle file = Open(path, kOpenRead);
-  EXPECT_EQ(support::FileSize(file), 5U);
-  EXPECT_EQ(support::FileFileSystem(file), box);
-  const PathHandle again = support::FilePath(file);
-  EXPECT_EQ(PathString(again), "box:1");
-  EXPECT_EQ(support::CloseFile(file), kErrorReadFile);
-  EXPECT_EQ(support::DeleteFile(path), kErrorWriteFile);
-  for (const PathHandle each : {path, elsewhere, again}) ReleasePath(each);
 }
 
 }  // namespace

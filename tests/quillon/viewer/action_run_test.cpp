@@ -32,12 +32,6 @@ void PerformAndUnlink(ActionHandle action, DocView) {
   objects::DictRemove(document::ActionDict(action), core::AtomFromName("Next"));
 }
 
-std::uint32_t FirstLine(ActionHandle, char* buffer, std::uint32_t) {
-  buffer[0] = '\xe9';
-  buffer[1] = '\0';
-  return 1;
-}
-
 struct ActionRunTest : testing::Test {
   ActionRunTest() {
     performed.clear();
@@ -45,8 +39,7 @@ struct ActionRunTest : testing::Test {
         {"Do", Perform},
         {"Fail", PerformAndFail},
         {"Close", PerformAndClose},
-        {"Unlink", PerformAndUnlink},
-        {"Empty", nullptr}};
+        {"Unlink", PerformAndUnlink}};
     std::size_t i = 0;
     for (const auto& [type, perform] : handlers) {
       records[i] = {};
@@ -71,7 +64,7 @@ struct ActionRunTest : testing::Test {
   }
 
   test::TestHost host;
-  ActionHandlerRecord records[5];
+  ActionHandlerRecord records[4];
   DocView view = nullptr;
 };
 
@@ -93,20 +86,6 @@ TEST_F(ActionRunTest, CirclesAndEndlessChainsEnd) {
   EXPECT_EQ(Performed(many).size(), kMostActions);
 }
 
-TEST_F(ActionRunTest, TypesThatNobodyPerformsArePassedOverAndTold) {
-  const ActionHandle action =
-      Open({"<< /S /Unheard /Next << /S /Empty /Next << /S /Do /Id (a) >> >> >>"});
-  std::size_t told = 0;
-  const ActionRun run = RunActions(action, view, [&](ActionHandle) { ++told; });
-  EXPECT_EQ(performed, "a");
-  EXPECT_EQ(run.performed, 1u);
-  EXPECT_EQ(told, 1u);
-  ASSERT_EQ(run.passedOver.size(), 2u);
-  EXPECT_STREQ(core::NameFromAtom(run.passedOver[0]), "Unheard");
-  const ActionHandle unheard = Open({"<< /S /Unheard >>"});
-  EXPECT_EQ(test::RaisedBy([&] { viewer::PerformAction(unheard, view); }), kErrorNotOffered);
-}
-
 TEST_F(ActionRunTest, AFailureEndsTheChainAndReachesTheCaller) {
   const ActionHandle action =
       Open({"<< /S /Do /Id (a) /Next << /S /Fail /Next << /S /Do /Id (b) >> >> >>"});
@@ -117,13 +96,6 @@ TEST_F(ActionRunTest, AFailureEndsTheChainAndReachesTheCaller) {
 TEST_F(ActionRunTest, NothingIsPerformedInADocumentThatAnActionClosed) {
   EXPECT_EQ(Performed({"<< /S /Close /Next [ << /S /Do /Id (a) >> << /S /Do /Id (b) >> ] >>"}),
             "close ");
-}
-
-TEST_F(ActionRunTest, DescriptionsAreUtf8) {
-  const ActionHandle action = Open({"<< /S /Do >>"});
-  EXPECT_EQ(DescribeAction(action), "");
-  records[0].firstLine = FirstLine;
-  EXPECT_EQ(DescribeAction(action), "\u00e9");
 }
 
 }  // namespace

@@ -14,7 +14,6 @@
 namespace quillon {
 namespace {
 
-using test::RaisedBy;
 using test::Ref;
 
 // Pages of one annotation each, or of several.
@@ -46,15 +45,6 @@ void ExpectMatrix(const FixedMatrix& m, double a, double b, double c, double d, 
   const Fixed fixed[] = {m.a, m.b, m.c, m.d, m.e, m.f};
   const double expected[] = {a, b, c, d, e, f};
   for (int i = 0; i < 6; ++i) EXPECT_NEAR(fixed[i] / 65536.0, expected[i], 0.0001) << "entry " << i;
-}
-
-TEST_F(DrawTest, AppearancesAreStretchedIntoTheirRectangle) {
-  const int form = AddForm("/BBox [10 10 20 30]");
-  Open({WithForm(form) + "/Rect [100 200 150 240]"});
-  const auto drawn = DrawPageAnnots(view, 0);
-  ASSERT_EQ(drawn.size(), 1U);
-  ExpectMatrix(drawn[0].matrix, 5, 0, 0, 2, 50, 180);
-  EXPECT_EQ(ObjectNumberOf(drawn[0].stream), static_cast<std::uint32_t>(form));
 }
 
 // The stream's Matrix turns its content by 90 degrees; the turned box, not the original one, fills
@@ -96,45 +86,6 @@ TEST_F(DrawTest, OnlyWhatIsForTheScreenIsDrawn) {
   Open({form + "/F 2", form + "/F 32", form + "/F 1", form + "/F 1 /Subtype /Invented",
         states + "/AS /Yes", states + "/AS /Off", states, "/Rect [0 0 1 1]"});
   EXPECT_EQ(DrawPageAnnots(view, 0).size(), 2U) << "the invisible Widget and the state Yes";
-}
-
-Atom WidgetType(const AnnotHandlerRecord*) { return core::AtomFromName("Widget"); }
-
-int calls = 0;
-std::uint32_t pageSeen = 0;
-
-// Draws the first annotation's appearance twice and fails on the second annotation.
-void DrawTwiceOrFail(const AnnotHandlerRecord*, AnnotHandle annot, PageView view) {
-  void* state = viewer::PageViewDrawState(view);
-  EXPECT_NE(state, nullptr);
-  viewer::PageViewSetDrawState(view, state);
-  pageSeen = viewer::PageViewPageNumber(view);
-  if (++calls == 2) core::Raise(kErrorBadStream);
-  const ObjectHandle appearances =
-      objects::DictGet(document::DictOf(annot), core::AtomFromName("AP"));
-  const ObjectHandle normal = objects::DictGet(appearances, core::AtomFromName("N"));
-  viewer::DrawAppearance(view, annot, normal);
-  viewer::DrawAppearance(view, annot, normal);
-  if (calls == 3) viewer::DrawAppearance(view, annot, appearances);
-}
-
-TEST_F(DrawTest, HandlersDrawInsteadAndFailAlone) {
-  const std::string annot = WithForm(AddForm("/BBox [0 0 1 1]")) + "/Rect [0 0 1 1] ";
-  Open({annot, annot, annot});
-  static AnnotHandlerRecord handler{};
-  handler.size = sizeof(handler);
-  handler.getType = reinterpret_cast<Callback>(&WidgetType);
-  handler.draw = reinterpret_cast<Callback>(&DrawTwiceOrFail);
-  viewer::RegisterAnnotHandler(9, &handler);
-  calls = 0;
-  std::vector<PlugInFailure> failures;
-  EXPECT_EQ(DrawPageAnnots(view, 0, &failures).size(), 4U);
-  ASSERT_EQ(failures.size(), 2U);
-  EXPECT_EQ(failures[0].code, kErrorBadStream);
-  EXPECT_EQ(failures[0].extension, 9U);
-  EXPECT_EQ(failures[1].code, kErrorBadObject) << "an appearance is a stream";
-  EXPECT_EQ(viewer::PageViewDrawState(viewer::DocPageView(view)), nullptr);
-  EXPECT_EQ(RaisedBy([&] { DrawPageAnnots(view, 1); }), kErrorBadParameter);
 }
 
 }  // namespace

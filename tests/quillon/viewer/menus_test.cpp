@@ -6,7 +6,6 @@
 
 #include "quillon/core/operations.h"
 #include "quillon/viewer/operations.h"
-#include "quillon/viewer/registered.h"
 #include "tests/support/test_host.h"
 
 namespace quillon {
@@ -56,26 +55,8 @@ TEST_F(MenusTest, ItemsGoToTheirPlaceBesideAnAnchor) {
   ASSERT_NE(first, edit.end());
   EXPECT_EQ(first[-1], "endOleEditGroup");
   EXPECT_EQ(first[1], "Test:Second");
-  Add("Import", "Test:Import", kMenuEnd);
-  EXPECT_EQ(Names("Import"), std::vector<std::string>{"Test:Import"});
-}
-
-TEST_F(MenusTest, MissingAnchorsAnswerNothingAndTheEnd) {
-  EXPECT_EQ(viewer::MenuItemByName("thread"), nullptr) << "names compare exactly";
-  EXPECT_EQ(viewer::AcquireMenuByName("Nowhere"), nullptr);
-  EXPECT_EQ(viewer::MenuItemIndex(nullptr), kMenuEnd);
-  EXPECT_EQ(viewer::MenuOfItem(viewer::MenuItemByName("CropPages")),
-            viewer::AcquireMenuByName("Document"));
-  EXPECT_NE(viewer::SubmenuOf(viewer::MenuItemByName("AboutExtensions")), nullptr);
-  EXPECT_EQ(viewer::SubmenuOf(viewer::MenuItemByName("Thread")), nullptr);
-}
-
-TEST_F(MenusTest, ItemsNobodyAddedEndWithTheirRelease) {
-  const MenuItemHandle item =
-      viewer::NewMenuItem("x", "Test:Loose", nullptr, 0, 0, 0, nullptr, kExtension);
-  EXPECT_EQ(viewer::MenuItemByName("Test:Loose"), nullptr);
-  viewer::ReleaseMenuItem(item);
-  EXPECT_EQ(RaisedBy([&] { viewer::ReleaseMenuItem(item); }), kErrorBadParameter);
+  EXPECT_EQ(viewer::MenuItemIndex(viewer::MenuItemByName("thread")), kMenuEnd)
+      << "names compare exactly; beside none is the end";
 }
 
 void Count(void* clientData) { ++*static_cast<int*>(clientData); }
@@ -99,28 +80,6 @@ TEST_F(MenusTest, RoutinesDecideWhatCanBeChosen) {
   const MenuItemHandle refusing = Add("Tools", "Test:Refuse", kMenuEnd);
   viewer::SetExecuteProc(refusing, Refuse, nullptr);
   EXPECT_EQ(RaisedBy([&] { ExecuteMenuItem(refusing); }), kErrorBadObject);
-}
-
-TEST_F(MenusTest, WhatAnExtensionAddedIsListed) {
-  Add("Tools", "Test:Tool", kMenuEnd);
-  const std::vector<Registered> things = RegisteredThings();
-  ASSERT_EQ(things.size(), 1U) << "the viewer's own items are not listed";
-  EXPECT_EQ(things[0].extension, kExtension);
-  EXPECT_EQ(things[0].kind + " " + things[0].name, "menu item Test:Tool");
-}
-
-TEST_F(MenusTest, ToolbarButtonsStandBesideTheirMarker) {
-  const ToolbarHandle bar = viewer::GetToolbar();
-  const auto named = [](const char* name) { return core::AtomFromName(name); };
-  const ToolButtonHandle marker = viewer::FindToolbarButton(bar, named("endToolsGroup"));
-  ASSERT_NE(marker, nullptr);
-  const ToolButtonHandle button = viewer::NewToolbarButton(named("Test:Button"), nullptr, 1, 0);
-  EXPECT_EQ(viewer::FindToolbarButton(bar, named("Test:Button")), nullptr);
-  viewer::AddToolbarButton(bar, button, 1, marker);
-  const std::vector<ToolButtonView> buttons = ToolbarButtons();
-  ASSERT_EQ(buttons.size(), 3U);
-  EXPECT_EQ(buttons[1].button, button);
-  EXPECT_EQ(buttons[2].button, marker);
 }
 
 }  // namespace

@@ -6,7 +6,6 @@
 
 #include "quillon/core/operations.h"
 #include "quillon/core/report.h"
-#include "quillon/document/operations.h"
 #include "quillon/support/operations.h"
 #include "quillon/viewer/open_view.h"
 #include "quillon/viewer/operations.h"
@@ -63,18 +62,6 @@ struct SelectionTest : testing::Test {
   DocView view = nullptr;
 };
 
-TEST_F(SelectionTest, IsHandedFromOneOwnerToTheNext) {
-  Select("a");
-  EXPECT_EQ(viewer::SelectionType(view), TestType());
-  EXPECT_STREQ(static_cast<char*>(viewer::SelectionData(view)), "a");
-  Select("b");
-  viewer::ClearSelection(view, 0);
-  viewer::ClearSelection(view, 0);
-  EXPECT_EQ(heard, "+a-a~a+b_b~b");
-  EXPECT_EQ(viewer::SelectionType(view), kNoAtom);
-  EXPECT_EQ(viewer::SelectionData(view), nullptr);
-}
-
 TEST_F(SelectionTest, AnOwnerMayClearOrSelectWhileItLoses) {
   Select("a");
   whenLost = [](DocView each) { viewer::ClearSelection(each, 1); };
@@ -98,13 +85,6 @@ TEST_F(SelectionTest, AnOwnerMayClearOrSelectWhileItLoses) {
   EXPECT_EQ(heard, "-c+d~c-d~d+e") << "what was selected meanwhile is told and freed too";
 }
 
-TEST_F(SelectionTest, DataIsDestroyedEvenWhenItsOwnerFails) {
-  Select("a");
-  whenLost = [](DocView) { core::Raise(kErrorBadObject); };
-  EXPECT_EQ(RaisedBy([&] { viewer::ClearSelection(view, 1); }), kErrorBadObject);
-  EXPECT_EQ(heard, "+a-a~a");
-}
-
 TEST_F(SelectionTest, AFailingOwnerDoesNotKeepItsViewOpen) {
   std::string told;
   const Reporter former = SetReporter([&](const std::string& text) { told += text; });
@@ -114,26 +94,6 @@ TEST_F(SelectionTest, AFailingOwnerDoesNotKeepItsViewOpen) {
   SetReporter(former);
   EXPECT_EQ(viewer::ActiveDocView(), nullptr);
   EXPECT_NE(told.find("clearing the selection"), std::string::npos) << told;
-}
-
-void AnnotSelected(const AnnotHandlerRecord*, AnnotHandle, PageView) { heard += "[selected]"; }
-void AnnotDeselected(const AnnotHandlerRecord*, AnnotHandle, PageView) { heard += "[deselected]"; }
-Atom WidgetType(const AnnotHandlerRecord*) { return core::AtomFromName("Widget"); }
-
-TEST_F(SelectionTest, SelectedAnnotationsTellTheirHandler) {
-  static AnnotHandlerRecord handler{};
-  handler.size = sizeof(handler);
-  handler.getType = reinterpret_cast<Callback>(&WidgetType);
-  handler.selected = reinterpret_cast<Callback>(&AnnotSelected);
-  handler.deselected = reinterpret_cast<Callback>(&AnnotDeselected);
-  viewer::RegisterAnnotHandler(3, &handler);
-  const PageHandle page = document::AcquirePage(viewer::DocOf(view), 0);
-  const AnnotHandle annot = document::AnnotAt(page, 0);
-  document::ReleasePage(page);
-  void* data = std::memcpy(support::Alloc(sizeof(annot)), &annot, sizeof(annot));
-  viewer::SetSelection(view, core::AtomFromName("Annotation"), data, 1);
-  viewer::ClearSelection(view, 1);
-  EXPECT_EQ(heard, "[selected][deselected]");
 }
 
 }  // namespace

@@ -39,9 +39,16 @@ std::uint32_t Position(void*) { return 0; }
 void SetPosition(void*, std::uint32_t) {}
 std::uint32_t Size(void*) { return 0; }
 
-constexpr FileSystemRecord kEmptyFile = {
-    sizeof(FileSystemRecord), &Resolve, &Open, &Close, &Read, &Write, &Position, &SetPosition,
-    &Size, nullptr};
+constexpr FileSystemRecord kEmptyFile = {sizeof(FileSystemRecord),
+                                         &Resolve,
+                                         &Open,
+                                         &Close,
+                                         &Read,
+                                         &Write,
+                                         &Position,
+                                         &SetPosition,
+                                         &Size,
+                                         nullptr};
 
 struct PlugInFiles : testing::Test {
   PlugInFiles() {

@@ -6,8 +6,8 @@ namespace {
 
 struct Encryption {
   const char* name;
-  std::vector<std::string> options;  // of qpdf, the user's and the owner's password among them
-  std::string password;              // that it is opened with here
+  std::vector<std::string> options;   // of qpdf, the user's and the owner's password among them
+  std::string password;               // that it is opened with here
   std::vector<std::string> settings;  // what qpdf then says of the file
 };
 

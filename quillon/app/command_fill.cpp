@@ -25,12 +25,6 @@ bool HasXmlForm(DocHandle doc) {
   return !document::IsNull(document::EntryOf(form, Keys().XFA));
 }
 
-int FailWith(const std::string& file, const std::vector<std::string>& problems) {
-  for (const std::string& problem : problems) PrintError(file, problem);
-  PrintError(file, "nothing was written");
-  return kExitError;
-}
-
 ValueInput ReadInput(const FillArguments& arguments) {
   ValueInput input;
   if (!arguments.valuesFile.empty()) {

@@ -23,6 +23,8 @@
 namespace quillon::app {
 namespace {
 
+constexpr const char* kNothingSent = "nothing was sent, and nothing was written";
+
 // A chain that is longer goes in a circle.
 constexpr int kMostActionsLookedAt = 64;
 
@@ -129,12 +131,6 @@ ActionHandle FindSubmitAction(DocHandle doc, const std::string& name) {
   Fail(kErrorBadParameter, text);
 }
 
-int FailWith(const std::string& url, const std::vector<std::string>& problems) {
-  for (const std::string& problem : problems) PrintError(url, problem);
-  PrintError(url, "nothing was sent, and nothing was written");
-  return kExitError;
-}
-
 // Sends the form; its answer has been taken in afterwards. What is wrong, empty for nothing.
 std::string PressButton(ActionHandle action, DocView view, Traffic* traffic,
                         std::vector<std::string>* warnings) {
@@ -164,10 +160,10 @@ int RunSubmit(const SubmitArguments& arguments) {
   CallForms(&FormsTable::LoadAllFields, doc);
   const ActionHandle action = FindSubmitAction(doc, arguments.button);
   const FillPlan plan = PlanFills(doc, input, false);
-  if (!plan.problems.empty()) return FailWith(arguments.url, plan.problems);
+  if (!plan.problems.empty()) return FailWith(arguments.url, plan.problems, kNothingSent);
   std::vector<std::string> warnings;
   const std::vector<std::string> refused = SetValues(doc, plan.fills, &warnings);
-  if (!refused.empty()) return FailWith(arguments.url, refused);
+  if (!refused.empty()) return FailWith(arguments.url, refused, kNothingSent);
 
   const std::string problem = PressButton(action, view, &traffic, &warnings);
   if (!problem.empty()) {

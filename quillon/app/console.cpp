@@ -50,6 +50,13 @@ std::string DescribePlace(const std::string& what, std::uint32_t objectNumber,
   return place.empty() ? what : what + " (" + place + ")";
 }
 
+ExitStatus FailWith(std::string_view file, const std::vector<std::string>& problems,
+                    std::string_view outcome) {
+  for (const std::string& problem : problems) PrintError(file, problem);
+  PrintError(file, outcome);
+  return kExitError;
+}
+
 std::string Describe(const HostFailure& failure) {
   std::string what = failure.what();
   if (what.empty()) {

@@ -25,6 +25,10 @@ void PrintWarning(std::string_view file, std::string_view what);
 // answers the exit status of a command that is done.
 ExitStatus FinishWith(std::string_view file, const std::vector<std::string>& warnings);
 
+// Prints what is wrong and what therefore did not happen; answers the exit status.
+ExitStatus FailWith(std::string_view file, const std::vector<std::string>& problems,
+                    std::string_view outcome = "nothing was written");
+
 // A failure with the object and byte it names.
 std::string Describe(const HostFailure& failure);
 std::string DescribePlace(const std::string& what, std::uint32_t objectNumber, std::int64_t offset);

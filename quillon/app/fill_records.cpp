@@ -112,12 +112,6 @@ void MakeFolders(const std::vector<std::string>& files) {
   }
 }
 
-int FailWith(const std::string& file, const std::vector<std::string>& problems) {
-  for (const std::string& problem : problems) PrintError(file, problem);
-  PrintError(file, "nothing was written");
-  return kExitError;
-}
-
 struct RowCount {
   std::size_t failed = 0;  // were not written
   std::size_t warned = 0;  // were written, and deserve a look

@@ -3,8 +3,7 @@
 #include <algorithm>
 #include <cstring>
 #include <map>
-#include <memory>
-#include <vector>
+#include <set>
 
 #include "quillon/core/guard.h"
 #include "quillon/core/operations.h"
@@ -15,16 +14,13 @@
 namespace quillon {
 namespace {
 
-struct ModalWindow {
-  ExtensionId extension;
-  void* window;
-};
-
 struct ToolState {
   Atom active = kNoAtom;  // none: the viewer's own
   Atom last = kNoAtom;
   std::map<std::uint32_t, std::uint32_t> flags;
-  std::vector<std::unique_ptr<ModalWindow>> modalWindows;
+  // Only how many there are matters: a handle is a number and stands for no record.
+  std::set<ModalWindowHandle> modalWindows;
+  std::uintptr_t lastModalWindow = 0;
   ActionEditorRoutine editor = nullptr;
 };
 
@@ -111,20 +107,19 @@ Boolean EditAction(ActionHandle* action, DocView view, const char* title) {
 }
 
 ModalWindowHandle RegisterModalWindow(std::uint32_t kind, std::uint32_t reserved1,
-                                      std::uint32_t reserved2, ExtensionId extension,
-                                      void* window) {
+                                      std::uint32_t reserved2, ExtensionId, void*) {
   if (kind != kModalWindowKind || reserved1 != 0 || reserved2 != 0) {
     Fail(kErrorBadParameter, "a modal window is registered with 3, 0 and 0");
   }
-  state.modalWindows.push_back(std::make_unique<ModalWindow>(ModalWindow{extension, window}));
-  return reinterpret_cast<ModalWindowHandle>(state.modalWindows.back().get());
+  const auto window = reinterpret_cast<ModalWindowHandle>(++state.lastModalWindow);
+  state.modalWindows.insert(window);
+  return window;
 }
 
 void UnregisterModalWindow(ModalWindowHandle window) {
-  const auto gone = std::erase_if(state.modalWindows, [&](const auto& each) {
-    return reinterpret_cast<ModalWindowHandle>(each.get()) == window;
-  });
-  if (gone == 0) Fail(kErrorBadParameter, "there is no such modal window");
+  if (state.modalWindows.erase(window) == 0) {
+    Fail(kErrorBadParameter, "there is no such modal window");
+  }
 }
 
 }  // namespace viewer

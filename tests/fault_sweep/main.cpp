@@ -49,16 +49,21 @@ std::string LeftOpen() {
 }
 
 void DoWork(const Scenario& scenario, FormWorld& world) {
-  if (scenario.startsPlugIn) {
-    StartPlugIn();
-  } else {
-    CallGuarded([&] { scenario.work(world); });
+  switch (scenario.moment) {
+    case Moment::kStart:
+      StartPlugIn();
+      break;
+    case Moment::kEnd:
+      StopViewer();
+      break;
+    default:
+      CallGuarded([&] { scenario.work(world); });
   }
 }
 
-std::string FaultAfter(const Scenario& scenario, FormWorld& world, Outcome* outcome) {
+std::string FaultAfter(FormWorld& world, Outcome* outcome) {
   if (OpenFrameCount() != 0) return "a guarded block was left open";
-  if (scenario.startsPlugIn || world.view == nullptr) return "";
+  if (world.view == nullptr) return "";
   // A save puts right what a failure in the one before may have left asleep.
   std::string fault = FaultOf(world);
   outcome->snapshot = TakeSnapshot(world.doc);
@@ -71,10 +76,11 @@ Outcome RunWith(const Scenario& scenario, FaultKind kind, std::uint64_t number) 
   StartViewer();
   {
     FormWorld world;
-    if (!scenario.startsPlugIn) {
+    if (scenario.moment != Moment::kStart) {
       StartPlugIn();
-      OpenWorld(world);
+      OpenWorld(world, scenario.moment);
     }
+    if (scenario.moment == Moment::kEnd) CloseWorld(world);
     WatchTables();
     ArmFault(kind, number);
     FailureCode code = kErrorNone;
@@ -88,13 +94,14 @@ Outcome RunWith(const Scenario& scenario, FaultKind kind, std::uint64_t number) 
     outcome.count = DisarmFault();
     if (code != kErrorNone) outcome.raised = "raises " + std::to_string(code);
     try {
-      outcome.fault = FaultAfter(scenario, world, &outcome);
+      outcome.fault = FaultAfter(world, &outcome);
     } catch (const HostFailure& failure) {
       outcome.fault = std::string("afterwards: ") + failure.what();
     }
-    if (!scenario.startsPlugIn) CloseWorld(world);
+    if (world.view != nullptr) CloseWorld(world);
   }
-  StopViewer();
+  // An end that failed is one that can be made up for.
+  if (scenario.moment != Moment::kEnd || !outcome.raised.empty()) StopViewer();
   if (outcome.fault.empty()) outcome.fault = LeftOpen();
   return outcome;
 }
@@ -120,8 +127,8 @@ const char* NameOf(FaultKind kind) {
 void SweepScenario(const Scenario& scenario, FaultKind kind, Sweep* sweep) {
   const Outcome clean = RunWith(scenario, kind, 0);
   Snapshot before;
-  if (!scenario.startsPlugIn) {
-    const Scenario nothing = {"nothing", false, [](FormWorld&) {}};
+  if (scenario.moment != Moment::kStart) {
+    const Scenario nothing = {"nothing", Moment::kForm, [](FormWorld&) {}};
     before = RunWith(nothing, kind, 0).snapshot;
   }
   std::uint64_t failures = 0;

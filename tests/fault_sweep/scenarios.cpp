@@ -8,6 +8,7 @@
 #include "quillon/core/guard.h"
 #include "quillon/core/host.h"
 #include "quillon/core/operations.h"
+#include "quillon/core/tables.h"
 #include "quillon/document/object_reading.h"
 #include "quillon/document/open_document.h"
 #include "quillon/document/operations.h"
@@ -18,6 +19,7 @@
 #include "quillon/viewer/open_view.h"
 #include "quillon/viewer/operations.h"
 #include "sdk/forms_table.h"
+#include "sdk/link_table.h"
 #include "tests/support/form_pdf.h"
 
 namespace quillon::test {
@@ -34,15 +36,21 @@ const FormsTable& Forms() {
 }
 
 std::string FormOfAllKinds(const std::string& text) {
-  const std::string states = "/AP << /N << /Yes 9 0 R /Off 9 0 R >> >> /AS /Off";
+  const std::string states = "/AP << /N << /Yes 9 0 R /Off 9 0 R >> >> /AS /Off ";
+  const auto radio = [](const char* on, const char* rect) {
+    return std::string("/Subtype /Widget /Parent 13 0 R /MK << /CA (l) /BC [0] >> /AS /Off ") +
+           "/AP << /N << /" + on + " 9 0 R /Off 9 0 R >> >> /Rect " + rect;
+  };
   return FormPdf({
       WidgetField("Tx", "text", "/V (" + text + ")"),
       WidgetField("Tx", "lines", "/Ff 4096 /V (one)", "[100 600 300 660]"),
-      WidgetField("Btn", "box", states, "[100 560 120 580]"),
-      WidgetField("Btn", "radio", "/Ff 32768 " + states, "[100 530 120 550]"),
+      WidgetField("Btn", "box", states + "/MK << /CA (4) /BC [1 0 0] >>", "[100 560 120 580]"),
+      "/FT /Btn /Ff 49152 /T (radio) /Kids [17 0 R 18 0 R]",
       WidgetField("Btn", "button", "/Ff 65536 /MK << /CA (Push) >>", "[100 500 200 520]"),
       WidgetField("Ch", "combo", "/Ff 131072 /Opt [(red) (green)]", "[100 470 200 490]"),
       WidgetField("Ch", "list", "/Opt [[(r) (red)] [(g) (green)]]", "[100 420 200 460]"),
+      radio("Yes", "[100 530 120 550]"),
+      radio("No", "[130 530 150 550]"),
   });
 }
 
@@ -79,9 +87,26 @@ void Save(FormWorld& world) {
 }
 
 void Export(FormWorld& world) {
-  const ObjectDoc fdf =
-      Forms().CreateFDFFromForm(world.doc, kNullObject, 1, 0, 1, 1, "/tmp/data.fdf");
+  const ObjectDoc fdf = Forms().CreateFDFFromForm(world.doc, kNullObject, 1, 0, 1, 1, "data.fdf");
   objects::CloseDocument(fdf);
+}
+
+std::string FormThatIsSubmitted() {
+  const auto button = [](const char* name, const char* entries) {
+    return WidgetField("Btn", name,
+                       std::string("/Ff 65536 /A << /S /SubmitForm /F << /FS /URL /F (send) >> ") +
+                           entries + ">>");
+  };
+  return FormPdf({button("fdf", ""), button("pairs", "/Flags 4"),
+                  WidgetField("Tx", "text", "/V (a b)"), WidgetField("Btn", "box", "/V /Yes")});
+}
+
+// Presses the button of that number.
+void Submit(FormWorld& world, std::uint32_t number) {
+  const ObjectDoc objects = document::ObjectDocOf(viewer::DocOf(world.webView));
+  const ObjectHandle button = ObjectByNumber(objects, kFirstField + number);
+  const ObjectHandle action = document::EntryOf(button, core::AtomFromName("A"));
+  viewer::PerformAction(document::ActionFromObject(action), world.webView);
 }
 
 void Reopen(FormWorld& world) {
@@ -157,45 +182,65 @@ std::string AppearanceFault(DocHandle doc) {
 
 const std::vector<Scenario>& Scenarios() {
   static const std::vector<Scenario> scenarios = {
-      {"start", true, nullptr},
-      {"close and open", false, Reopen},
-      {"list", false, List},
-      {"draw", false, Draw},
-      {"fill text", false, [](FormWorld& world) { SetValue(world, "text", "new"); }},
-      {"fill lines", false, [](FormWorld& world) { SetValue(world, "lines", "a\rb\rc"); }},
-      {"fill box", false, [](FormWorld& world) { SetValue(world, "box", "Yes", true); }},
-      {"fill radio", false, [](FormWorld& world) { SetValue(world, "radio", "Yes", true); }},
-      {"fill combo", false, [](FormWorld& world) { SetValue(world, "combo", "green"); }},
-      {"fill list", false, [](FormWorld& world) { SetValue(world, "list", "g"); }},
-      {"export", false, Export},
-      {"import", false, [](FormWorld& world) { Forms().ImportFDF(world.doc, world.fdf); }},
-      {"reset", false, [](FormWorld& world) { Forms().ResetFields(world.doc, kNullObject, 1); }},
-      {"insert pages", false,
+      {"start", Moment::kStart, nullptr},
+      {"close and open", Moment::kForm, Reopen},
+      {"list", Moment::kForm, List},
+      {"draw", Moment::kForm, Draw},
+      {"fill text", Moment::kForm, [](FormWorld& world) { SetValue(world, "text", "new"); }},
+      {"fill lines", Moment::kForm, [](FormWorld& world) { SetValue(world, "lines", "a\rb\rc"); }},
+      {"fill box", Moment::kForm, [](FormWorld& world) { SetValue(world, "box", "Yes", true); }},
+      {"fill radio", Moment::kForm,
+       [](FormWorld& world) { SetValue(world, "radio", "Yes", true); }},
+      {"fill combo", Moment::kForm, [](FormWorld& world) { SetValue(world, "combo", "green"); }},
+      {"fill list", Moment::kForm, [](FormWorld& world) { SetValue(world, "list", "g"); }},
+      {"export", Moment::kForm, Export},
+      {"import", Moment::kForm, [](FormWorld& world) { Forms().ImportFDF(world.doc, world.fdf); }},
+      {"reset", Moment::kForm,
+       [](FormWorld& world) { Forms().ResetFields(world.doc, kNullObject, 1); }},
+      {"insert pages", Moment::kForm,
        [](FormWorld& world) { InsertPages(world.doc, 0, world.otherDoc, 0, 0); }},
-      {"save", false, Save},
+      {"save", Moment::kForm, Save},
+      {"submit as FDF", Moment::kWebForm, [](FormWorld& world) { Submit(world, 0); }},
+      {"submit as pairs", Moment::kWebForm, [](FormWorld& world) { Submit(world, 1); }},
+      {"end", Moment::kEnd, nullptr},
   };
   return scenarios;
 }
 
 void StartPlugIn() {
+  // Forms are submitted only where there is a link plug-in; no answer here leads to another form.
+  static LinkTable link = {.slotCount = 3,
+                           .OpenURL = [](DocView, const char*, std::uint32_t) -> FailureCode {
+                             return kErrorNotOffered;
+                           },
+                           .Watch = nullptr,
+                           .SetTimeLimit = nullptr};
+  OfferProvider(
+      core::AtomFromName(kLinkTableName),
+      [](TableServer, std::uint32_t, void*) { return reinterpret_cast<TableHandle>(&link); },
+      nullptr);
   AttachPlugIn(&PlugInMain, nullptr);
   InitialisePlugIns();
 }
 
-void OpenWorld(FormWorld& world) {
+void OpenWorld(FormWorld& world, Moment moment) {
   world.view = OpenViewOfDocument(OpenDocumentBytes(FormOfAllKinds("old")));
   world.doc = viewer::DocOf(world.view);
   world.otherDoc = OpenDocumentBytes(FormOfAllKinds("other"));
   OpenOptions options;
   options.header = "%FDF-";
   world.fdf = OpenPdfBytes(kValuesAsFdf, options, nullptr);
+  if (moment == Moment::kWebForm) {
+    world.webView = world.web.Open("http://host/form.pdf", FormThatIsSubmitted());
+  }
 }
 
 void CloseWorld(FormWorld& world) {
   if (world.fdf != nullptr) ClosePdf(world.fdf);
   if (world.otherDoc != nullptr) CloseDocument(world.otherDoc);
+  if (world.webView != nullptr) viewer::CloseView(world.webView);
   if (world.view != nullptr) viewer::CloseView(world.view);
-  world = FormWorld{};
+  world.view = nullptr;
 }
 
 Snapshot TakeSnapshot(DocHandle doc) {

@@ -8,6 +8,7 @@
 
 #include "quillon/document/plugin_failure.h"
 #include "sdk/types.h"
+#include "tests/plugin/exchange/url_files.h"
 
 namespace quillon::test {
 
@@ -18,18 +19,27 @@ struct FormWorld {
   ObjectDoc fdf = nullptr;       // values for every field
   DocHandle otherDoc = nullptr;  // a form whose pages are inserted
   std::string saved;             // of the scenario that saves
+  quillform::UrlFiles web;
+  DocView webView = nullptr;  // a form in a browser, of the scenarios that submit
+};
+
+enum class Moment {
+  kStart,    // the work is the start of the plug-in, before there is a document
+  kForm,     // there is a form
+  kWebForm,  // and another one that came from the web
+  kEnd,      // the work is the end of the viewer; the form is closed
 };
 
 struct Scenario {
   const char* name;
-  bool startsPlugIn;  // the work is the start of the plug-in, before there is a document
+  Moment moment;
   void (*work)(FormWorld& world);
 };
 
 const std::vector<Scenario>& Scenarios();
 
 void StartPlugIn();
-void OpenWorld(FormWorld& world);
+void OpenWorld(FormWorld& world, Moment moment);
 void CloseWorld(FormWorld& world);
 
 // Values by field name, and the number of pages by the name "(pages)".

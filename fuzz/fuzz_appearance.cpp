@@ -27,7 +27,7 @@ void Merge(std::string_view da, std::string_view content) {
       parts));
   FillTextFields(shown.doc, "first");
   FillTextFields(shown.doc, "second (2)");
-  const ShownDocument again(SavedBytes(shown));
+  PagesWhenReopened(SavedBytes(shown.view));
 }
 
 }  // namespace

@@ -36,7 +36,7 @@ void Import(std::string bytes) {
   const ShownDocument shown(Form());
   const OpenedData data(std::move(bytes));
   Attempt([&] { Forms().ImportFDF(shown.doc, data.doc); });
-  const ShownDocument again(SavedBytes(shown));
+  PagesWhenReopened(SavedBytes(shown.view));
 }
 
 }  // namespace

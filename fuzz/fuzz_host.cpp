@@ -34,10 +34,11 @@ Boolean FillOne(quillform::FieldNode node, void* data) {
 
 }  // namespace
 
-void StartOnce() {
-  static const bool started = [] {
+void StartOnce(PlugInMainRoutine further) {
+  static const bool started = [further] {
     SetReporter([](const std::string&) {});
     StartViewer();
+    if (further != nullptr) AttachPlugIn(further, nullptr);
     AttachPlugIn(&PlugInMain, nullptr);
     InitialisePlugIns();
     // Not stopped: the process ends at once, and what statics hold may be gone by then.
@@ -70,11 +71,23 @@ void FillTextFields(DocHandle doc, const char* value) {
   Attempt([&] { Forms().ForEachFieldNode(doc, 1, 1, FillOne, &filling); });
 }
 
-std::string SavedBytes(const ShownDocument& shown) {
-  PrepareSave(shown.view);
-  std::string bytes = DocumentToBytes(shown.doc);
-  ResumeAfterSave(shown.view);
+std::string SavedBytes(DocView view) {
+  PrepareSave(view);
+  std::string bytes = DocumentToBytes(viewer::DocOf(view));
+  ResumeAfterSave(view);
   return bytes;
+}
+
+std::uint32_t PagesWhenReopened(std::string bytes) {
+  bool opened = false;
+  std::uint32_t pages = 0;
+  Attempt([&] {
+    const ShownDocument again(std::move(bytes));
+    pages = document::PageCount(again.doc);
+    opened = true;
+  });
+  Require(opened, "what was saved cannot be opened");
+  return pages;
 }
 
 }  // namespace quillon::fuzz

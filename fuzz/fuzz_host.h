@@ -8,6 +8,7 @@
 #include <string_view>
 
 #include "quillon/core/guard.h"
+#include "sdk/entry.h"
 #include "sdk/forms_table.h"
 
 // libFuzzer's entry: https://llvm.org/docs/LibFuzzer.html
@@ -15,8 +16,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
 
 namespace quillon::fuzz {
 
-// Starts the viewer and the plug-in on the first call.
-void StartOnce();
+// Starts the viewer and the plug-in, and `further` before it, on the first call.
+void StartOnce(PlugInMainRoutine further = nullptr);
 
 const quillform::FormsTable& Forms();
 
@@ -42,7 +43,10 @@ struct ShownDocument {
 void FillTextFields(DocHandle doc, const char* value);
 
 // The document as the program would save it.
-std::string SavedBytes(const ShownDocument& shown);
+std::string SavedBytes(DocView view);
+
+// The pages of a saved document. What is saved can be opened again.
+std::uint32_t PagesWhenReopened(std::string bytes);
 
 // Runs `work`; host failures end it. Afterwards no guarded block of its own may be open.
 template <typename Work>

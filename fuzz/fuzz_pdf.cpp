@@ -12,10 +12,10 @@ void OpenFillReopen(std::string bytes) {
     const ShownDocument shown(std::move(bytes));
     FillTextFields(shown.doc, "Jo\xE9 (1) \\");
     pages = document::PageCount(shown.doc);
-    saved = SavedBytes(shown);
+    saved = SavedBytes(shown.view);
   }
-  const ShownDocument again(std::move(saved));
-  Require(document::PageCount(again.doc) == pages, "pages were lost on the way to the file");
+  // There may be more: where the page tree is missing, a save makes one of all pages there are.
+  Require(PagesWhenReopened(std::move(saved)) >= pages, "pages were lost on the way to the file");
 }
 
 }  // namespace

@@ -77,17 +77,15 @@ void AddMark(ContentWriter& writer, const CheckBuild& build, const ContentWriter
   WriteRestore(writer);
 }
 
-void InstallState(const CheckBuild& build, Atom which, bool on, const ContentWriter& mark) {
-  const bool down = which == key::AppearanceDown;
+// Null where nothing is to be seen. What the host could not make is an error: a widget without one
+// of its states would show the other one.
+ObjectHandle StreamOfState(const CheckBuild& build, bool down, bool on, const ContentWriter& mark) {
   ContentWriter writer = FrameFor(build, down);
   if (on) AddMark(writer, build, mark, down && build.pushesMark);
   const ObjectHandle stream = MakeFormStream(ObjectDocOfAnnot(build.annot), writer);
-  const Atom state = on ? build.onState : key::Off;
-  if (down) {
-    PutAppearance(build.annot, which, state, stream);
-  } else {
-    InstallAppearance(build.annot, state, stream);
-  }
+  if (IsNull(stream) && writer.lost) Raise(quillon::kErrorNoMemory);
+  if (IsNull(stream) && !writer.text.empty()) Raise(quillon::kErrorGeneral);
+  return stream;
 }
 
 // MK in its older place would go with the appearances. Other widgets may share them, so that each
@@ -117,12 +115,16 @@ void BuildStates(AnnotHandle annot, const WidgetLook& look, bool radio) {
                          !radio && bevelled};
   // What may fail comes before anything is taken away.
   const ContentWriter mark = MarkOf(build, *part);
+  NewObject on(StreamOfState(build, false, true, mark));
+  NewObject off(StreamOfState(build, false, false, mark));
+  NewObject downOn(StreamOfState(build, true, true, mark));
+  NewObject downOff(StreamOfState(build, true, false, mark));
   KeepMK(annot);
   PutAppearance(annot, kNoAtom, kNoAtom, quillon::kNullObject);
-  for (const Atom which : {key::N, key::AppearanceDown}) {
-    InstallState(build, which, true, mark);
-    InstallState(build, which, false, mark);
-  }
+  InstallAppearance(annot, build.onState, on.Release());
+  InstallAppearance(annot, key::Off, off.Release());
+  PutAppearance(annot, key::AppearanceDown, build.onState, downOn.Release());
+  PutAppearance(annot, key::AppearanceDown, key::Off, downOff.Release());
 }
 
 bool HasState(AnnotHandle annot, Atom state) {

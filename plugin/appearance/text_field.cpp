@@ -5,6 +5,7 @@
 
 #include "plugin/appearance/border.h"
 #include "plugin/appearance/fixed_math.h"
+#include "plugin/appearance/form_parts.h"
 #include "plugin/appearance/form_stream.h"
 #include "plugin/appearance/text_layout.h"
 #include "plugin/appearance/widget_entries.h"
@@ -53,21 +54,36 @@ void DrawSection(ContentWriter& writer, const WidgetFrame& frame, const WidgetCo
   EndMarkedContent(writer);
 }
 
-ObjectHandle BuildStream(AnnotHandle annot, FieldNode node, const WidgetContent& content) {
+struct BuiltStream {
+  ObjectHandle stream;
+  ObjectHandle donor;  // the appearance whose resources have gone over to it; null for none
+};
+
+BuiltStream BuildStream(AnnotHandle annot, FieldNode node, const WidgetContent& content) {
   const WidgetFrame frame = FrameOfWidget(annot);
   ContentWriter writer = NewContentWriter(frame.rect, frame.rotation);
   const ObjectHandle existing = BeginWidgetAppearance(annot, writer);
   const bool updates = !IsNull(existing);
   if (!content.isEmpty) DrawSection(writer, frame, content, !updates);
   if (updates) {
+    const bool gives = IsKind(Objects->DictGet(existing, key::Resources), ObjectKind::kDict);
     const ObjectHandle merged =
         MergeMarkedContent(existing, writer, content.look, GetFieldEntry(node, kBitDR));
-    if (!IsNull(merged)) return merged;
+    if (!IsNull(merged)) return {merged, gives ? existing : quillon::kNullObject};
     // An appearance without a marked section has no place for the content: it is replaced.
     writer = NewContentWriter(frame.rect, frame.rotation);
     if (!content.isEmpty) DrawSection(writer, frame, content, true);
   }
-  return MakeFormStream(ObjectDocOfAnnot(annot), writer);
+  return {MakeFormStream(ObjectDocOfAnnot(annot), writer), quillon::kNullObject};
+}
+
+// For an appearance that stays because the new one could not be installed.
+void GiveResourcesBack(AnnotHandle annot, const BuiltStream& built) {
+  if (IsNull(built.donor) || Objects->Equal(AppearanceOf(annot, key::N, kNoAtom), built.stream)) {
+    return;
+  }
+  MoveEntry(Objects->StreamDict(built.stream), Objects->StreamDict(built.donor), key::Resources,
+            ObjectDocOfAnnot(annot));
 }
 
 }  // namespace
@@ -113,7 +129,12 @@ Fixed MarginInside(AnnotHandle annot) {
 }
 
 void BuildWithContent(AnnotHandle annot, FieldNode node, const WidgetContent& content) {
-  InstallAppearance(annot, kNoAtom, BuildStream(annot, node, content));
+  const BuiltStream built = BuildStream(annot, node, content);
+  const FailureCode failure =
+      CatchFailure([&] { InstallAppearance(annot, kNoAtom, built.stream); });
+  if (failure == quillon::kErrorNone) return;
+  DropFailures([&] { GiveResourcesBack(annot, built); });
+  Raise(failure);
 }
 
 void BuildValueAppearance(AnnotHandle annot, ObjectHandle value, std::uint32_t layoutFlags) {

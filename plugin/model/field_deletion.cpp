@@ -45,7 +45,6 @@ FieldNode DeleteOne(FieldNode node, FirstFailure& failure) {
   if (FieldNode remaining = UnlinkNode(node)) {
     failure.Note(CatchFailure([&] { AnnounceUnshared(remaining); }));
   }
-  DropArrayIndices(record);
   bool parentIsEmpty = false;
   failure.Note(CatchFailure([&] {
     if (node->parent == nullptr) {

@@ -6,8 +6,23 @@
 namespace quillform {
 namespace {
 
-void ForgetPlacesIn(ObjectHandle array) {
-  if (FormRecord* record = FindFormRecord(Objects->DocumentOf(array))) DropArrayIndices(*record);
+FormRecord* RecordOf(ObjectHandle array) { return FindFormRecord(Objects->DocumentOf(array)); }
+
+// Where an element stands, or may stand, in an array.
+struct Whereabouts {
+  std::uint32_t end;    // behind its last occurrence
+  std::uint32_t count;  // at most so many occurrences
+};
+
+Whereabouts FindIn(FormRecord* record, ObjectHandle array, ObjectHandle element) {
+  const ArrayNames* names = record != nullptr ? NamesOnLevel(*record, array) : nullptr;
+  if (names == nullptr || !Objects->IsIndirect(element)) {
+    const std::uint32_t length = Objects->ArrayLength(array);
+    return {length, length};
+  }
+  const auto place = names->placeOf.find(IdentityOf(element));
+  if (place == names->placeOf.end()) return {0, 0};
+  return {SearchStart(*names, place->second), place->second.count};
 }
 
 struct MissingEntries {
@@ -53,10 +68,15 @@ std::vector<ObjectHandle> ElementsFromEnd(ObjectHandle array) {
 
 void RemoveFromArray(ObjectHandle array, ObjectHandle element) {
   if (!IsKind(array, ObjectKind::kArray)) return;
-  for (std::uint32_t i = Objects->ArrayLength(array); i-- > 0;) {
-    if (Objects->Equal(Objects->ArrayGet(array, i), element)) Objects->ArrayRemove(array, i);
+  FormRecord* record = RecordOf(array);
+  const Whereabouts place = FindIn(record, array, element);
+  std::uint32_t removed = 0;
+  for (std::uint32_t i = place.end; i-- > 0 && removed < place.count;) {
+    if (!Objects->Equal(Objects->ArrayGet(array, i), element)) continue;
+    Objects->ArrayRemove(array, i);
+    ++removed;
   }
-  ForgetPlacesIn(array);
+  if (record != nullptr && removed > 0) NoteRemoved(*record, array, element, removed);
 }
 
 void MoveToEnd(ObjectHandle array, ObjectHandle element) {
@@ -65,19 +85,24 @@ void MoveToEnd(ObjectHandle array, ObjectHandle element) {
   const std::uint32_t length = Objects->ArrayLength(array);
   if (length > 0 && Objects->Equal(Objects->ArrayGet(array, length - 1), element)) return;
   RemoveFromArray(array, element);
+  AppendToArray(array, element);
+}
+
+void AppendToArray(ObjectHandle array, ObjectHandle element) {
   Objects->ArrayInsert(array, Objects->ArrayLength(array), element);
+  if (FormRecord* record = RecordOf(array)) NoteAppended(*record, array, element);
 }
 
 void ReplaceInArray(ObjectHandle array, ObjectHandle old, ObjectHandle replacement) {
   if (!IsKind(array, ObjectKind::kArray)) return;
-  ForgetPlacesIn(array);
-  const std::uint32_t length = Objects->ArrayLength(array);
-  for (std::uint32_t i = length; i-- > 0;) {
+  FormRecord* record = RecordOf(array);
+  for (std::uint32_t i = FindIn(record, array, old).end; i-- > 0;) {
     if (!Objects->Equal(Objects->ArrayGet(array, i), old)) continue;
     Objects->ArrayPut(array, i, replacement);
+    if (record != nullptr) NoteReplaced(*record, array, old, replacement);
     return;
   }
-  Objects->ArrayInsert(array, length, replacement);
+  AppendToArray(array, replacement);
 }
 
 ObjectHandle ContainerOf(ObjectHandle dict, ObjectHandle form) {

@@ -18,11 +18,13 @@ bool HasKids(FieldNode node);
 // The elements from the last to the first, for walks during which the array may change or go.
 std::vector<ObjectHandle> ElementsFromEnd(ObjectHandle array);
 
-// Every occurrence goes; nothing happens to what is no array. These end what a bulk load knows of
-// the arrays.
+// These keep what a bulk load knows of the array in step. Nothing happens to what is no array.
+// Every occurrence goes.
 void RemoveFromArray(ObjectHandle array, ObjectHandle element);
 // The element becomes the last, and the only one of its kind.
 void MoveToEnd(ObjectHandle array, ObjectHandle element);
+// The array must be one, without the element.
+void AppendToArray(ObjectHandle array, ObjectHandle element);
 // The last occurrence of `old` is replaced; without one, `replacement` is appended.
 void ReplaceInArray(ObjectHandle array, ObjectHandle old, ObjectHandle replacement);
 

@@ -24,15 +24,18 @@ bool HasFlagsByItself(FieldNode field, std::uint32_t value) {
 }
 
 void WriteFieldFlags(FieldNode node, std::uint32_t value) {
-  VisitNodesOfName(node, [](FieldNode bearer) {
-    if (Objects->DictKnown(bearer->dict, key::Ff)) Objects->DictRemove(bearer->dict, key::Ff);
-  });
   FieldNode highest = HighestOfName(node);
-  if (!HasFlagsByItself(highest, value)) {
+  const bool kept = !HasFlagsByItself(highest, value);
+  // What may fail comes before anything is taken away.
+  if (kept) {
     const ObjectDoc doc = highest->record->objectDoc;
     Objects->DictPut(highest->dict, key::Ff,
                      Objects->NewInteger(doc, false, static_cast<std::int32_t>(value)));
   }
+  VisitNodesOfName(node, [&](FieldNode bearer) {
+    if (kept && bearer == highest) return;
+    if (Objects->DictKnown(bearer->dict, key::Ff)) Objects->DictRemove(bearer->dict, key::Ff);
+  });
   ReadFieldFlags(highest);
   VisitNodesOfName(node, [](FieldNode bearer) { ReadFieldFlags(bearer); });
 }

@@ -19,13 +19,13 @@ bool HasPartialName(ObjectHandle dict, const char* name) {
          PartialNameOf(dict, &partial) && partial == name;
 }
 
+void RemovePartialName(ObjectHandle dict) {
+  if (!Objects->DictKnown(dict, key::T)) return;
+  ChangeEntryOf(dict, key::T, [&] { Objects->DictRemove(dict, key::T); });
+}
+
 // A name that is there already keeps its form, which may be UTF-16.
-void SetPartialName(ObjectHandle dict, const char* name) {
-  if (name == nullptr) {
-    if (!Objects->DictKnown(dict, key::T)) return;
-    ChangeEntryOf(dict, key::T, [&] { Objects->DictRemove(dict, key::T); });
-    return;
-  }
+void PutPartialName(ObjectHandle dict, const char* name) {
   if (HasPartialName(dict, name)) return;
   ChangeEntryOf(dict, key::T, [&] {
     const std::string_view text(name);
@@ -33,6 +33,19 @@ void SetPartialName(ObjectHandle dict, const char* name) {
                                                   static_cast<std::uint32_t>(text.size()));
     Objects->DictPut(dict, key::T, value);
   });
+}
+
+void SetPartialName(FormRecord& record, ObjectHandle dict, const char* name, ObjectHandle form) {
+  if (name == nullptr) {
+    RemovePartialName(dict);
+  } else {
+    PutPartialName(dict, name);
+  }
+  if (record.bulkDepth == 0) return;
+  const ObjectHandle parent = Objects->DictGet(dict, key::Parent);
+  const ObjectHandle container =
+      IsKind(parent, ObjectKind::kDict) ? KidsOf(parent) : Objects->DictGet(form, key::Fields);
+  if (IsKind(container, ObjectKind::kArray)) NoteRenamed(record, container, dict);
 }
 
 bool BearsItsName(FieldNode node) {
@@ -115,7 +128,7 @@ FieldNode InitFieldDict(ObjectHandle dict, const char* partialName) {
   const ObjectHandle form = record != nullptr ? FormDictOfObjects(record->objectDoc) : kNullObject;
   if (IsNull(form)) return nullptr;
 
-  SetPartialName(dict, partialName);
+  SetPartialName(*record, dict, partialName, form);
   NodePin pin(ExistingNodeOf(dict));
   if (pin.node != nullptr && !BearsItsName(pin.node)) ForgetNodes(pin.node);
   const bool hasParent = IsKind(Objects->DictGet(dict, key::Parent), ObjectKind::kDict);

@@ -71,7 +71,7 @@ bool JoinTopLevel(FieldNode node, const NameText& name, FieldNode* answer) {
     case PlaceInFields::kStands:
       return true;
     case PlaceInFields::kMissing:
-      AppendToFields(record, fields, dict, name);
+      AppendToArray(fields, dict);
       return true;
     case PlaceInFields::kBelongsElsewhere:
       DeleteNode(node);
@@ -117,6 +117,17 @@ FieldNode MakeNode(FormRecord& record, const NameText& name, ObjectHandle dict) 
   return answer;
 }
 
+// The elements that were not given their nodes before, from the last to the first.
+std::vector<ObjectHandle> NewKids(const FormRecord& record, FieldNode field, ObjectHandle kids) {
+  const auto known = record.loadedKids.find(field);
+  const std::uint32_t loaded = known != record.loadedKids.end() ? known->second : 0;
+  std::vector<ObjectHandle> elements;
+  for (std::uint32_t i = Objects->ArrayLength(kids); i-- > loaded;) {
+    elements.push_back(Objects->ArrayGet(kids, i));
+  }
+  return elements;
+}
+
 }  // namespace
 
 void LoadKids(FieldNode field) {
@@ -129,7 +140,8 @@ void LoadKids(FieldNode field) {
   field->status |= kNodeLoadingKids;
   const FailureCode failure = CatchFailure([&] {
     BulkScope bulk(&record);
-    for (ObjectHandle kid : ElementsFromEnd(kids)) LoadElement(record, kid);
+    for (ObjectHandle kid : NewKids(record, field, kids)) LoadElement(record, kid);
+    if (pin.node != nullptr) record.loadedKids[field] = Objects->ArrayLength(kids);
   });
   if (pin.node != nullptr) pin.node->status &= ~static_cast<std::uint32_t>(kNodeLoadingKids);
   if (failure != quillon::kErrorNone) Raise(failure);

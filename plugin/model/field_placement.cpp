@@ -48,10 +48,31 @@ ObjectHandle FindNamed(ObjectHandle array, std::string_view name, ObjectHandle e
   return kNullObject;
 }
 
+// False when the index does not tell.
+bool LookUpNamed(const ArrayNames& names, std::string_view name, ObjectHandle except,
+                 ObjectHandle* found) {
+  if (names.nameless > 0) return false;
+  const auto bearers = names.bearersOf.find(std::string(name));
+  if (bearers == names.bearersOf.end()) return true;
+  for (auto at = bearers->second.rbegin(); at != bearers->second.rend(); ++at) {
+    if (Objects->Equal(at->element, except)) continue;
+    // Whom a change is announced to can have given the element another name since.
+    std::string partial;
+    if (!PartialNameOf(at->element, &partial) || partial != name) return false;
+    *found = at->element;
+    return true;
+  }
+  return true;
+}
+
 ObjectHandle FindOnLevel(const Placing& placing, std::string_view name) {
-  SeenArrays seen;
   const ObjectHandle array = IsNull(placing.level) ? Objects->DictGet(placing.form, key::Fields)
                                                    : Objects->DictGet(placing.level, key::Kids);
+  if (!IsKind(array, ObjectKind::kArray)) return kNullObject;
+  ObjectHandle found = kNullObject;
+  const ArrayNames* names = NamesOnLevel(placing.record, array);
+  if (names != nullptr && LookUpNamed(*names, name, placing.widget, &found)) return found;
+  SeenArrays seen;
   return FindNamed(array, name, placing.widget, seen);
 }
 

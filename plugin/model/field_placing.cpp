@@ -1,5 +1,6 @@
 #include "plugin/model/field_placing.h"
 
+#include "plugin/model/field_dicts.h"
 #include "plugin/model/form_dict.h"
 #include "plugin/model/form_hooks.h"
 #include "plugin/model/keys.h"
@@ -10,15 +11,6 @@ namespace {
 constexpr char kSeparator = '.';
 constexpr std::uint32_t kUnplaced = quillon::kAnnotInvisible | quillon::kAnnotHidden;
 
-// False for an element that names no field; a name that breaks the rules is none.
-bool NameOfElement(ObjectHandle element, NameText* name) {
-  if (!IsKind(element, ObjectKind::kDict)) return false;
-  bool named = false;
-  const FailureCode failure = CatchFailure([&] { named = FullNameTextOf(element, name); });
-  if (failure != quillon::kErrorNone && failure != quillon::kErrorBadStructure) Raise(failure);
-  return named;
-}
-
 bool IsSameOrAbove(std::string_view field, std::string_view name) {
   return name.starts_with(field) &&
          (name.size() == field.size() || name[field.size()] == kSeparator);
@@ -28,44 +20,24 @@ PlaceInFields SearchFields(ObjectHandle fields, ObjectHandle dict, std::string_v
   for (std::uint32_t i = Objects->ArrayLength(fields); i-- > 0;) {
     const ObjectHandle element = Objects->ArrayGet(fields, i);
     if (Objects->Equal(element, dict)) return PlaceInFields::kStands;
-    NameText field;
-    if (NameOfElement(element, &field) && IsSameOrAbove(ViewOf(field), name)) {
+    std::string field;
+    if (FullNameOfElement(element, &field) && IsSameOrAbove(field, name)) {
       return PlaceInFields::kBelongsElsewhere;
     }
   }
   return PlaceInFields::kMissing;
 }
 
-void NoteElement(FieldsIndex& index, std::uint32_t position, ObjectHandle element,
-                 std::string_view name) {
-  index.positionOf[IdentityOf(element)] = position;
-  index.positionOfName[std::string(name)] = position;
-}
-
-const FieldsIndex& IndexOfFields(FormRecord& record, ObjectHandle fields) {
-  FieldsIndex& index = record.fieldsIndex;
-  const std::uint32_t length = Objects->ArrayLength(fields);
-  if (index.length == length && Objects->Equal(index.array, fields)) return index;
-  index = FieldsIndex{};
-  for (std::uint32_t i = 0; i < length; ++i) {
-    const ObjectHandle element = Objects->ArrayGet(fields, i);
-    NameText name;
-    if (NameOfElement(element, &name)) NoteElement(index, i, element, ViewOf(name));
-  }
-  index.array = fields;
-  index.length = length;
-  return index;
-}
-
-PlaceInFields LookUpInFields(const FieldsIndex& index, ObjectHandle dict, std::string_view name) {
+PlaceInFields LookUpInFields(const ArrayNames& fields, ObjectHandle dict, std::string_view name) {
   std::int64_t own = -1;
-  if (const auto found = index.positionOf.find(IdentityOf(dict)); found != index.positionOf.end()) {
-    own = found->second;
+  if (const auto found = fields.placeOf.find(IdentityOf(dict)); found != fields.placeOf.end()) {
+    own = found->second.order;
   }
   std::string field(name);
   for (;;) {
-    const auto found = index.positionOfName.find(field);
-    if (found != index.positionOfName.end() && found->second > own) {
+    const auto found = fields.bearersOf.find(field);
+    if (found != fields.bearersOf.end() && !found->second.empty() &&
+        found->second.back().order > own) {
       return PlaceInFields::kBelongsElsewhere;
     }
     const auto dot = field.rfind(kSeparator);
@@ -75,12 +47,12 @@ PlaceInFields LookUpInFields(const FieldsIndex& index, ObjectHandle dict, std::s
   return own >= 0 ? PlaceInFields::kStands : PlaceInFields::kMissing;
 }
 
-void RemovePartialName(ObjectHandle widget) {
-  const AnnotHandle annot = Document->AnnotFromDict(widget);
-  Document->AnnotWillChange(annot, key::T);
-  const FailureCode failure = CatchFailure([&] { Objects->DictRemove(widget, key::T); });
-  Document->AnnotDidChange(annot, key::T, failure);
-  if (failure != quillon::kErrorNone) Raise(failure);
+// The whole path, so that the widget can be placed when it is met again.
+void GiveNameBack(ObjectHandle widget, const NameText& name) {
+  ChangeEntryOf(widget, key::T, [&] {
+    const ObjectDoc doc = Objects->DocumentOf(widget);
+    Objects->DictPut(widget, key::T, Objects->NewString(doc, false, name.text, name.length));
+  });
 }
 
 }  // namespace
@@ -88,18 +60,7 @@ void RemovePartialName(ObjectHandle widget) {
 PlaceInFields FindInFields(FormRecord& record, ObjectHandle fields, ObjectHandle dict,
                            const NameText& name) {
   if (record.bulkDepth == 0) return SearchFields(fields, dict, ViewOf(name));
-  return LookUpInFields(IndexOfFields(record, fields), dict, ViewOf(name));
-}
-
-void AppendToFields(FormRecord& record, ObjectHandle fields, ObjectHandle dict,
-                    const NameText& name) {
-  const std::uint32_t length = Objects->ArrayLength(fields);
-  Objects->ArrayInsert(fields, length, dict);
-  FieldsIndex& index = record.fieldsIndex;
-  if (index.length == length && Objects->Equal(index.array, fields)) {
-    NoteElement(index, length, dict, ViewOf(name));
-    index.length = length + 1;
-  }
+  return LookUpInFields(NamesInFields(record, fields), dict, ViewOf(name));
 }
 
 void MarkMerged(const FormRecord& record) {
@@ -111,14 +72,16 @@ void MarkMerged(const FormRecord& record) {
 }
 
 FieldNode PlaceWidget(FormRecord& record, ObjectHandle widget, const NameText& name) {
-  RemovePartialName(widget);
+  ChangeEntryOf(widget, key::T, [&] { Objects->DictRemove(widget, key::T); });
   FieldNode placed = nullptr;
   FailureCode failure = quillon::kErrorNone;
   if (fieldPlacement.AddWidgetUnderName != nullptr) {
     failure = CatchFailure([&] { placed = fieldPlacement.AddWidgetUnderName(widget, name.text); });
-    DropArrayIndices(record);
   }
-  if (failure == quillon::kErrorNoMemory) Raise(failure);
+  if (failure == quillon::kErrorNoMemory) {
+    DropFailures([&] { GiveNameBack(widget, name); });
+    Raise(failure);
+  }
   if (failure != quillon::kErrorNone || !FieldNodeIsValid(placed)) {
     placed = nullptr;
     Document->SetAnnotFlags(Document->AnnotFromDict(widget), kUnplaced);

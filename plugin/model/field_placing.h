@@ -17,9 +17,6 @@ enum class PlaceInFields {
 PlaceInFields FindInFields(FormRecord& record, ObjectHandle fields, ObjectHandle dict,
                            const NameText& name);
 
-void AppendToFields(FormRecord& record, ObjectHandle fields, ObjectHandle dict,
-                    const NameText& name);
-
 // Makes a widget one of the field of that name, making the field when it must; the widget's node,
 // or null. A widget that cannot be placed is hidden. The form is marked ($Wa), so that closing the
 // document looks after what was merged.

@@ -50,15 +50,20 @@ void ChangeValue(const NodePin& field, ObjectHandle value) {
   const ObjectHandle next = ValueToStore(field.node, before.value);
   const bool differs = !ValuesEqual(old, next);
   if (!differs && !FieldIsStale(field.node)) return;
+  FailureCode failure = quillon::kErrorNone;
   if (differs) {
     StoreFieldEntry(field.node, kBitV, next);
     const bool cleared = IsNull(next);
     FormEventRecord after =
         ValueEvent(field.node, cleared ? kNullObject : GetFieldValue(field.node));
-    FormEventAnnounce(kEventValueChanged, &after);
+    failure = CatchFailure([&] { FormEventAnnounce(kEventValueChanged, &after); });
   }
-  if (field.node != nullptr) RefreshAllWidgets(field.node);
+  if (failure == quillon::kErrorNone && field.node != nullptr) {
+    failure = CatchFailure([&] { RefreshAllWidgets(field.node); });
+  }
+  // A password that is stored is to be taken out again, whatever became of its appearance.
   if (differs && field.node != nullptr) NoteVolatileValue(field.node);
+  if (failure != quillon::kErrorNone) Raise(failure);
 }
 
 void RefreshStaleWidgets(FieldNode field) {

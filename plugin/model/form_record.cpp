@@ -107,6 +107,7 @@ void ClearPins(FieldNode node) {
 
 void ReleaseNode(FieldNode node) {
   ClearPins(node);
+  node->record->loadedKids.erase(node);
   *node = FieldNodeRecord{};
   Support->Free(node);
 }
@@ -150,8 +151,10 @@ BulkScope::~BulkScope() {
 }
 
 void DropArrayIndices(FormRecord& record) {
-  record.fieldsIndex = FieldsIndex{};
+  record.fieldsIndex = ArrayNames{};
+  record.levelIndex.clear();
   record.kidsIndex.clear();
+  record.loadedKids.clear();
 }
 
 std::uint64_t IdentityOf(ObjectHandle object) {
@@ -326,6 +329,7 @@ bool LinkToParent(FieldNode node, FieldNode parent) {
   }
   if (node->parent == parent) return true;
   if (FieldNode old = node->parent) {
+    old->record->loadedKids.erase(old);
     if (node->previousSibling != nullptr) {
       node->previousSibling->nextSibling = node->nextSibling;
     } else {

@@ -8,6 +8,7 @@
 #include <unordered_set>
 #include <vector>
 
+#include "plugin/model/array_index.h"
 #include "plugin/model/field_tree.h"
 
 namespace quillform {
@@ -45,15 +46,11 @@ struct NodeCursor {
   bool ended = false;  // the table was emptied
 };
 
-// Where things stand in one array, for the time of a bulk load. Of equal elements and names the
-// last position counts, as for a search from the end.
+// Where the elements of one array stand, for the time of a bulk load. Of equal elements the last
+// position counts, as for a search from the end.
 struct ArrayIndex {
   std::uint32_t length = 0;
   std::unordered_map<std::uint64_t, std::uint32_t> positionOf;
-};
-struct FieldsIndex : ArrayIndex {
-  ObjectHandle array = kNullObject;
-  std::unordered_map<std::string, std::uint32_t> positionOfName;
 };
 
 // The dictionaries that $Vo lists, so that most additions need no search. It is rebuilt when the
@@ -84,8 +81,11 @@ struct FormRecord {
 
   std::uint32_t makingDepth = 0;  // nodes whose making leads to each other's
   std::uint32_t bulkDepth = 0;
-  FieldsIndex fieldsIndex;
+  ArrayNames fieldsIndex;
+  std::unordered_map<std::uint64_t, ArrayNames> levelIndex;  // of each array, by its identity
   std::unordered_map<std::uint64_t, ArrayIndex> kidsIndex;
+  // How many elements of a field's Kids were given their nodes: those behind are new.
+  std::unordered_map<FieldNode, std::uint32_t> loadedKids;
 };
 
 // An object's identity as a word to look it up by.

@@ -102,6 +102,15 @@ std::string FieldText(const FieldEntry& entry, const FieldDetails& details) {
   return text;
 }
 
+// As for every other command, so that all of them see the same tree: a field whose name is a path
+// gets its place there. What cannot be loaded is told when its turn comes in the list.
+void LoadFields(DocHandle doc) {
+  try {
+    CallForms(&FormsTable::LoadAllFields, doc);
+  } catch (const HostFailure&) {
+  }
+}
+
 }  // namespace
 
 int RunFields(const FieldsArguments& arguments) {
@@ -111,6 +120,7 @@ int RunFields(const FieldsArguments& arguments) {
     Fail(kErrorOpenDocument, "the document has no form that can be read");
   }
   InspectForm(opened.doc);
+  LoadFields(opened.doc);
   const std::vector<FieldEntry> fields = ListFields(opened.doc, &warnings);
   std::string text;
   Json list = Json::array();

@@ -20,7 +20,8 @@ PageRange RangeOf(DocHandle doc, const std::string& text) {
 
 void CheckEditable(DocHandle doc) {
   if ((document::GetPermissions(doc) & kPermitEdit) != 0) return;
-  Fail(kErrorOpenDocument, "the document's permissions do not allow changing its pages");
+  Fail(kErrorOpenDocument,
+       "the document's permissions do not allow changing its pages; its owner's password does");
 }
 
 int Finish(const PagesArguments& arguments, std::vector<std::string> warnings) {

@@ -89,6 +89,15 @@ struct ActArguments {
 };
 int RunAct(const ActArguments& arguments);
 
+struct ResetArguments {
+  std::string file;
+  std::vector<std::string> names;  // full names of fields or of groups of them; none: all fields
+  std::string output;
+  bool force = false;   // write signed documents anew
+  bool append = false;  // as in FillArguments
+};
+int RunReset(const ResetArguments& arguments);
+
 int RunPlugins();
 
 }  // namespace quillon::app

@@ -1,13 +1,14 @@
 #include "quillon/app/fill_plan.h"
 
-#include <cstring>
 #include <utility>
 
 #include "quillon/app/console.h"
 #include "quillon/app/field_listing.h"
+#include "quillon/app/form_fonts.h"
 #include "quillon/app/form_keys.h"
 #include "quillon/app/forms_client.h"
 #include "quillon/app/name_suggestions.h"
+#include "quillon/app/session.h"
 #include "quillon/app/value_watch.h"
 #include "quillon/document/object_reading.h"
 #include "quillon/document/operations.h"
@@ -70,11 +71,6 @@ std::string GroupProblem(FieldNode node) {
 
 bool Holds(FieldNode node, const FieldValue& value) {
   return HoldsValue(CallForms(&FormsTable::GetFieldValue, node), value);
-}
-
-bool WasRefused(const ValueWatch& watch, FieldNode node) {
-  const char* name = CallForms(&FormsTable::FieldNodeName, node);
-  return watch.refused && name != nullptr && std::strcmp(watch.name, name) == 0;
 }
 
 // What stands in a field that does not hold the value given.
@@ -173,16 +169,21 @@ void CheckHasForm(DocHandle doc) {
   const ObjectHandle catalog = objects::DocRoot(document::ObjectDocOf(doc));
   if (CallForms(&FormsTable::DocumentHasForm, doc) == 0) {
     const bool invalid = objects::DictKnown(catalog, Keys().QuillForm) != 0;
+    const bool damaged = !FileWarnings(doc).empty();
     Fail(kErrorOpenDocument,
-         invalid ? "the document's form dictionary cannot be used" : "the document has no form");
+         std::string(invalid ? "the document's form dictionary cannot be used"
+                             : "the document has no form") +
+             (damaged ? "; the file is damaged, and what is missing may have been lost" : ""));
   }
 }
 
 void CheckFillable(DocHandle doc) {
   CheckHasForm(doc);
   if ((document::GetPermissions(doc) & (kPermitForms | kPermitEdit)) == 0) {
-    Fail(kErrorOpenDocument, "the document's permissions do not allow filling its form");
+    Fail(kErrorOpenDocument,
+         "the document's permissions do not allow filling its form; its owner's password does");
   }
+  AddMissingFonts(doc);
 }
 
 // Plug-ins take passwords out before a document is saved (ISO 32000-1, table 228: they are never

@@ -23,7 +23,8 @@ struct FillPlan {
   std::vector<std::string> problems;  // a sentence each, with the name of the field
 };
 
-// Throw HostFailure when the document has no form; the second also when it may not be filled.
+// Throw HostFailure when the document has no form; the second also when it may not be filled. It
+// makes sure that the form has fonts (form_fonts.h).
 void CheckHasForm(DocHandle doc);
 void CheckFillable(DocHandle doc);
 

@@ -8,9 +8,9 @@
   X(AP)                                                                                          \
   X(Btn)                                                                                         \
   X(Ch)                                                                                          \
-  X(DV)                                                                                          \
-  X(FT) X(Fields) X(Kids) X(MaxLen) X(N) X(NeedAppearances) X(Off) X(Opt) X(Parent) X(QuillForm) \
-      X(Sig) X(Subtype) X(T) X(Tx) X(V) X(Widget) X(XFA)
+  X(DA) X(DR) X(DV)                                                                              \
+  X(FT) X(Fields) X(Font) X(Kids) X(MaxLen) X(N) X(NeedAppearances) X(Off) X(Opt) X(Parent)      \
+  X(QuillForm) X(Sig) X(Subtype) X(T) X(Tx) X(V) X(Widget) X(XFA)
 // clang-format on
 
 namespace quillon::app {

@@ -1,5 +1,6 @@
 // The program `quillon`: reads the command line, starts the host, runs one command.
 #include <CLI/CLI.hpp>
+#include <csignal>
 #include <cstdio>
 #include <exception>
 #include <string>
@@ -26,6 +27,7 @@ struct Arguments {
   PagesArguments pages;
   SubmitArguments submit;
   ActArguments act;
+  ResetArguments reset;
 };
 
 // How a signed document may be written all the same.
@@ -191,6 +193,19 @@ void AddActCommand(CLI::App* program, ActArguments* arguments) {
   AddSignedOptions(command, &arguments->append, &arguments->force, kForceSigned);
 }
 
+void AddResetCommand(CLI::App* program, ResetArguments* arguments) {
+  CLI::App* command = program->add_subcommand(
+      "reset", "Give fields the values that the form has for them from the start");
+  command->add_option("FILE", arguments->file, "The PDF document; - for standard input")
+      ->required();
+  command->add_option("NAME", arguments->names,
+                      "Full names of fields, or of groups of fields; all fields without");
+  command
+      ->add_option("-o,--output", arguments->output, "Where the result goes; - for standard output")
+      ->required();
+  AddSignedOptions(command, &arguments->append, &arguments->force, kForceSigned);
+}
+
 const std::string& FileOf(const CLI::App& program, const Arguments& arguments) {
   static const std::string none;
   if (program.got_subcommand("fields")) return arguments.fields.file;
@@ -201,6 +216,7 @@ const std::string& FileOf(const CLI::App& program, const Arguments& arguments) {
   if (program.got_subcommand("pages")) return arguments.pages.file;
   if (program.got_subcommand("submit")) return arguments.submit.url;
   if (program.got_subcommand("act")) return arguments.act.file;
+  if (program.got_subcommand("reset")) return arguments.reset.file;
   return none;
 }
 
@@ -227,7 +243,18 @@ int RunCommand(const CLI::App& program, const Arguments& arguments) {
   if (program.got_subcommand("pages")) return RunPages(arguments.pages);
   if (program.got_subcommand("submit")) return RunSubmit(arguments.submit);
   if (program.got_subcommand("act")) return RunAct(arguments.act);
+  if (program.got_subcommand("reset")) return RunReset(arguments.reset);
   return RunPlugins();
+}
+
+// What the host cannot know: how this program is given a password, and that a person may not know
+// what a dictionary without an end comes from.
+std::string HintFor(const HostFailure& failure) {
+  if (failure.code == kErrorPassword) return " (--password or --password-file)";
+  if (failure.code == kErrorBadObject && failure.offset != kNoOffset) {
+    return "; the file is damaged there";
+  }
+  return "";
 }
 
 int Run(int argc, char** argv) {
@@ -256,6 +283,7 @@ int Run(int argc, char** argv) {
   AddPagesCommand(&program, &arguments.pages);
   AddSubmitCommand(&program, &arguments.submit);
   AddActCommand(&program, &arguments.act);
+  AddResetCommand(&program, &arguments.reset);
   program.add_subcommand("plugins", "Tell what each plug-in that is loaded registered");
   for (CLI::App* command : program.get_subcommands({})) command->fallthrough();
   try {
@@ -270,7 +298,7 @@ int Run(int argc, char** argv) {
   try {
     return RunCommand(program, arguments);
   } catch (const HostFailure& failure) {
-    PrintError(file, Describe(failure));
+    PrintError(file, Describe(failure) + HintFor(failure));
   } catch (const std::bad_alloc&) {
     PrintError(file, "there is not enough memory");
   }
@@ -281,6 +309,8 @@ int Run(int argc, char** argv) {
 }  // namespace quillon::app
 
 int main(int argc, char** argv) {
+  // A limit on the size of files is then an error like a full disk, not the end of the program.
+  std::signal(SIGXFSZ, SIG_IGN);
   try {
     return quillon::app::Run(argc, argv);
   } catch (const std::exception& error) {

@@ -1,5 +1,6 @@
 #include "quillon/app/session.h"
 
+#include <cerrno>
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
@@ -172,7 +173,8 @@ void WriteFileWhole(const std::string& file, const std::string& bytes) {
 void WriteStandardOutput(const std::string& bytes) {
   const std::size_t written = std::fwrite(bytes.data(), 1, bytes.size(), stdout);
   if (written != bytes.size() || std::fflush(stdout) != 0) {
-    Fail(kErrorWriteFile, "the standard output cannot be written");
+    Fail(kErrorWriteFile,
+         "the standard output cannot be written: " + std::generic_category().message(errno));
   }
 }
 

@@ -28,4 +28,9 @@ ValueWatch::~ValueWatch() {
   }
 }
 
+bool WasRefused(const ValueWatch& watch, FieldNode node) {
+  const char* name = CallForms(&FormsTable::FieldNodeName, node);
+  return watch.refused && name != nullptr && std::strcmp(watch.name, name) == 0;
+}
+
 }  // namespace quillon::app

@@ -18,4 +18,7 @@ struct ValueWatch {
   bool refused = false;  // a plug-in kept it as it was
 };
 
+// Whether the latest change was to this field and a plug-in did not let it through.
+bool WasRefused(const ValueWatch& watch, FieldNode node);
+
 }  // namespace quillon::app

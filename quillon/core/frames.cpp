@@ -1,6 +1,7 @@
 // Guarded blocks: the stack of open frames and what a raise does with it.
 #include <cstdio>
 #include <cstdlib>
+#include <new>
 #include <string>
 #include <unordered_map>
 
@@ -50,7 +51,11 @@ void RaiseCode(FailureCode code) {
 
 void RaiseFailure(const HostFailure& failure) {
   const FailureCode code = failure.code;
-  Remembered().insert_or_assign(code, failure);
+  try {
+    Remembered().insert_or_assign(code, failure);
+  } catch (const std::bad_alloc&) {
+    Remembered().erase(code);  // the raise goes on without its text
+  }
   RaiseCode(code);
 }
 

@@ -1,5 +1,7 @@
 #include "quillon/core/plug_ins.h"
 
+#include <cstdio>
+
 #include "quillon/core/guard.h"
 #include "quillon/core/host.h"
 #include "quillon/core/operations.h"
@@ -40,6 +42,15 @@ std::string NameOf(const PlugIn& plugIn) {
   Fail(kErrorGeneral, NameOf(plugIn) + " " + what);
 }
 
+// A plug-in's own failure has a code and no text.
+std::string ReasonOf(const HostFailure& failure) {
+  if (failure.what()[0] != '\0') return failure.what();
+  if (failure.code == kErrorNoMemory) return "there is not enough memory";
+  char text[32];
+  std::snprintf(text, sizeof text, "error 0x%08x", static_cast<unsigned>(failure.code));
+  return text;
+}
+
 // One lifecycle callback; a missing one counts as done.
 bool CallLifecycle(Callback callback) {
   if (callback == nullptr) return true;
@@ -53,7 +64,7 @@ bool TryLifecycle(const PlugIn& plugIn, Callback callback, const std::string& wh
     if (CallLifecycle(callback)) return true;
     Report(NameOf(plugIn) + " " + what);
   } catch (const HostFailure& failure) {
-    Report(NameOf(plugIn) + " " + what + ": " + failure.what());
+    Report(NameOf(plugIn) + " " + what + ": " + ReasonOf(failure));
   }
   return false;
 }

@@ -3,6 +3,7 @@
 // list; host code calls those. SlotOf wraps one for the seam: what it throws becomes a raise.
 #pragma once
 
+#include <exception>
 #include <new>
 #include <utility>
 
@@ -34,6 +35,8 @@ struct SlotWrapper<Routine> {
       RaiseFailure(failure);
     } catch (const std::bad_alloc&) {
       RaiseCode(kErrorNoMemory);
+    } catch (const std::exception&) {
+      RaiseCode(kErrorGeneral);
     }
   }
 };

@@ -1,6 +1,7 @@
 #include "quillon/document/annot_index.h"
 
 #include <unordered_set>
+#include <utility>
 
 #include "quillon/document/document_record.h"
 #include "quillon/document/names.h"
@@ -15,10 +16,9 @@ ObjectHandle PageDictOf(const DocumentRecord& doc, std::uint32_t page) {
 }
 
 const PageAnnots& IndexPage(DocumentRecord* doc, std::uint32_t page) {
-  PageAnnots& annots = doc->annots.pages[page];
+  PageAnnots annots{};
   annots.array = AnnotsArray(PageDictOf(*doc, page));
   annots.length = IsNull(annots.array) ? 0 : objects::ArrayLength(annots.array);
-  annots.entries.clear();
   std::unordered_set<std::uint32_t> listed;
   for (std::uint32_t entry = 0; entry < annots.length; ++entry) {
     const ObjectHandle annot = objects::ArrayGet(annots.array, entry);
@@ -35,7 +35,8 @@ const PageAnnots& IndexPage(DocumentRecord* doc, std::uint32_t page) {
     if (number != 0) doc->annots.places.insert_or_assign(number, AnnotPlace{page, entry});
   }
   annots.changes = PdfChangeCount(doc->objects);
-  return annots;
+  // Only a whole index is kept: half of one would hide annotations from then on.
+  return doc->annots.pages.insert_or_assign(page, std::move(annots)).first->second;
 }
 
 bool StandsAt(const DocumentRecord& doc, const AnnotPlace& place, ObjectHandle annot) {

@@ -15,6 +15,14 @@ namespace {
 struct FreeCurl {
   void operator()(CURL* curl) const { curl_easy_cleanup(curl); }
 };
+struct FreeShare {
+  void operator()(CURLSH* shared) const { curl_share_cleanup(shared); }
+};
+// Cookies and connections, from one request to the next.
+std::unique_ptr<CURLSH, FreeShare> shared;
+
+// The latest request. Each has a handle of its own: in one that is used again, libcurl 7.88 adds an
+// answer's continued header line to a header of the answer before, which has been freed.
 std::unique_ptr<CURL, FreeCurl> session;
 
 std::uint32_t timeLimit = kUsualTimeLimit;
@@ -98,9 +106,11 @@ std::string MediaType(const char* contentType) {
   return type;
 }
 
-// Every option that differs between requests is set for each of them. (curl_easy_reset would lose
-// the list of cookie files without freeing it.)
 void SetUp(CURL* curl, const Request& request, curl_slist* headers, Transfer* transfer) {
+  curl_easy_setopt(curl, CURLOPT_SHARE, shared.get());
+  curl_easy_setopt(curl, CURLOPT_PROTOCOLS_STR, "http,https");
+  curl_easy_setopt(curl, CURLOPT_NOSIGNAL, 1L);
+  curl_easy_setopt(curl, CURLOPT_USERAGENT, "quillon");
   curl_easy_setopt(curl, CURLOPT_URL, request.url.c_str());
   curl_easy_setopt(curl, CURLOPT_TIMEOUT, static_cast<long>(timeLimit));
   curl_easy_setopt(curl, CURLOPT_CONNECTTIMEOUT,
@@ -131,8 +141,9 @@ std::string Explain(CURLcode code, const Transfer& transfer) {
 
 // One request and its answer, whatever that is.
 std::string Ask(const Request& request, Answer* answer) {
+  session.reset(curl_easy_init());
   CURL* curl = session.get();
-  if (curl == nullptr) return "The network library cannot be used.";
+  if (curl == nullptr || !shared) return "The network library cannot be used.";
   *answer = {};
   answer->url = request.url;
   Transfer transfer{answer};
@@ -176,17 +187,17 @@ std::string Redirect(const Answer& answer, Request* request) {
 void StartHttp() {
   curl_global_init(CURL_GLOBAL_DEFAULT);
   timeLimit = kUsualTimeLimit;
-  session.reset(curl_easy_init());
-  CURL* curl = session.get();
-  if (curl == nullptr) return;
-  curl_easy_setopt(curl, CURLOPT_PROTOCOLS_STR, "http,https");
-  curl_easy_setopt(curl, CURLOPT_NOSIGNAL, 1L);
-  curl_easy_setopt(curl, CURLOPT_USERAGENT, "quillon");
-  curl_easy_setopt(curl, CURLOPT_COOKIEFILE, "");  // kept in memory
+  shared.reset(curl_share_init());
+  if (!shared) return;
+  for (const curl_lock_data what :
+       {CURL_LOCK_DATA_COOKIE, CURL_LOCK_DATA_CONNECT, CURL_LOCK_DATA_SSL_SESSION}) {
+    curl_share_setopt(shared.get(), CURLSHOPT_SHARE, what);
+  }
 }
 
 void StopHttp() {
   session.reset();
+  shared.reset();
   curl_global_cleanup();
 }
 

@@ -13,6 +13,10 @@ namespace {
 // Algorithm 1. The keys of 256 bits are the same for all objects.
 std::string ObjectKey(const ObjectCipher& cipher, CryptMethod method) {
   const std::string& key = cipher.protection->key;
+  if (key.empty()) {
+    Fail(kErrorPassword, "The attachments of the file are encrypted; they take a password.",
+         cipher.number);
+  }
   if (method == CryptMethod::kAes256) return key;
   std::string input = key;
   for (const unsigned shift : {0u, 8u, 16u}) {

@@ -247,6 +247,15 @@ std::int64_t FileOffset(const Document& doc, std::uint64_t position) {
   return static_cast<std::int64_t>(doc.headerAt + position);
 }
 
+std::int64_t ObjectOffset(const Document& doc, std::uint32_t number) {
+  const ObjectSlot* slot = FindSlot(doc.objects, number);
+  if (slot != nullptr && slot->state == SlotState::kCompressed) {
+    slot = FindSlot(doc.objects, static_cast<std::uint32_t>(slot->position >> 32));
+  }
+  if (slot == nullptr || slot->state != SlotState::kInFile) return kNoOffset;
+  return FileOffset(doc, slot->position);
+}
+
 }  // namespace quillon::objects
 
 namespace quillon {

@@ -116,6 +116,10 @@ void Warn(Document& doc, const std::string& text, std::uint32_t object, std::int
 // The offset in the whole file of a place in doc.text.
 std::int64_t FileOffset(const Document& doc, std::uint64_t position);
 
+// Where an indirect object stands in the file; kNoOffset for those that are not in it. An object in
+// an object stream stands where its stream does.
+std::int64_t ObjectOffset(const Document& doc, std::uint32_t number);
+
 // Names. The text stays valid until the document closes.
 NameCode NameFromText(Document& doc, std::string_view text);
 std::string_view NameText(const Document& doc, NameCode name);

@@ -64,8 +64,7 @@ Cursor MemberCursor(Document& doc, std::uint32_t number, const ObjectSlot& slot)
       if (other.number == number) member = &other;
     }
   }
-  const ObjectSlot* containerSlot = FindSlot(doc.objects, container);
-  const std::int64_t offset = FileOffset(doc, containerSlot->position);
+  const std::int64_t offset = ObjectOffset(doc, container);
   if (member == nullptr) {
     Fail(kErrorBadObject,
          "Object " + std::to_string(number) + " is not in the object stream " +
@@ -108,8 +107,10 @@ std::string_view TextInFile(Document& doc, std::uint32_t number, const ObjectSlo
   try {
     word = SkipToKeyword(cursor);
   } catch (const HostFailure&) {
+    // The object has been read: what is wrong stands behind its value.
     Spend(doc, static_cast<std::uint64_t>(cursor.at - start));
-    throw;
+    WarnOfMissingEnd(doc, number, slot.position);
+    return {};
   }
   if (word == "stream") {
     // Its end takes reading its dictionary.
@@ -144,7 +145,7 @@ Value LoadObject(Document& doc, std::uint32_t number) {
   if (slot->loaded) return slot->value;
   if (slot->loading) {
     Fail(kErrorBadObject, "Object " + std::to_string(number) + " is needed to read itself.", number,
-         FileOffset(doc, slot->position));
+         ObjectOffset(doc, number));
   }
   {
     const LoadingMark mark(*slot);

@@ -11,10 +11,8 @@ namespace quillon::objects {
 namespace {
 
 [[noreturn]] void FailStream(Document& doc, std::uint32_t number, const std::string& what) {
-  const ObjectSlot* slot = FindSlot(doc.objects, number);
-  const bool inFile = slot != nullptr && slot->state == SlotState::kInFile;
   Fail(kErrorBadStream, "The object stream " + std::to_string(number) + " " + what + ".", number,
-       inFile ? FileOffset(doc, slot->position) : kNoOffset);
+       ObjectOffset(doc, number));
 }
 
 std::unique_ptr<ObjectStream> ReadObjectStream(Document& doc, std::uint32_t number) {

@@ -22,7 +22,8 @@ void FindHeader(Document& doc, const OpenOptions& options) {
   const std::string_view start = bytes.substr(0, kMaxHeaderAt + options.header.size());
   const std::size_t at = start.find(options.header);
   if (at == std::string_view::npos) {
-    Fail(kErrorBadHeader, "The file does not begin with " + options.header + ".", 0, 0);
+    Fail(kErrorBadHeader,
+         "The file is of another kind: it does not begin with " + options.header + ".");
   }
   doc.headerAt = at;
   doc.text = bytes.substr(at);

@@ -31,11 +31,8 @@ void CheckDepth(Document& doc, std::uint32_t container) {
 }  // namespace
 
 void FailKind(const Target& target, const char* wanted) {
-  const ObjectSlot* slot =
-      target.number == 0 ? nullptr : FindSlot(target.doc->objects, target.number);
-  const bool inFile = slot != nullptr && slot->state == SlotState::kInFile;
   Fail(kErrorBadObject, std::string("An object is not ") + wanted + ".", target.number,
-       inFile ? FileOffset(*target.doc, slot->position) : kNoOffset);
+       target.number == 0 ? kNoOffset : ObjectOffset(*target.doc, target.number));
 }
 
 Container DictOperand(ObjectHandle object) {

@@ -242,11 +242,7 @@ std::int64_t OffsetOf(const Cursor& cursor) {
 }
 
 void FailAt(const Cursor& cursor, const std::string& what) {
-  const std::int64_t offset = OffsetOf(cursor);
-  std::string text = what;
-  if (cursor.object != 0) text += ", in object " + std::to_string(cursor.object);
-  if (offset != kNoOffset) text += ", at byte " + std::to_string(offset);
-  Fail(kErrorBadObject, text + ".", cursor.object, offset);
+  Fail(kErrorBadObject, what + ".", cursor.object, OffsetOf(cursor));
 }
 
 Value ParseValue(Document& doc, Cursor& cursor, std::uint32_t parent) {

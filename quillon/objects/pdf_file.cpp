@@ -33,13 +33,7 @@ std::uint32_t ObjectNumberOf(ObjectHandle object) { return objects::TargetOf(obj
 
 std::int64_t FileOffsetOf(ObjectHandle object) {
   const objects::Target target = objects::TargetOf(object);
-  if (target.number == 0) return kNoOffset;
-  const objects::ObjectSlot* slot = FindSlot(target.doc->objects, target.number);
-  if (slot->state == SlotState::kCompressed) {
-    slot = FindSlot(target.doc->objects, static_cast<std::uint32_t>(slot->position >> 32));
-  }
-  if (slot == nullptr || slot->state != SlotState::kInFile) return kNoOffset;
-  return FileOffset(*target.doc, slot->position);
+  return target.number == 0 ? kNoOffset : ObjectOffset(*target.doc, target.number);
 }
 
 ObjectHandle ObjectByNumber(ObjectDoc handle, std::uint32_t number) {

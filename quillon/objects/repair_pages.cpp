@@ -32,9 +32,7 @@ struct Repair {
 };
 
 void Tell(Document& doc, std::uint32_t number, const std::string& text) {
-  const ObjectSlot* slot = FindSlot(doc.objects, number);
-  const bool inFile = slot != nullptr && slot->state == SlotState::kInFile;
-  Warn(doc, text, number, inFile ? FileOffset(doc, slot->position) : kNoOffset);
+  Warn(doc, text, number, ObjectOffset(doc, number));
 }
 
 void Put(Document& doc, std::uint32_t dict, std::string_view key, const Value& value) {

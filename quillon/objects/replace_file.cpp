@@ -26,7 +26,7 @@ namespace fs = std::filesystem;
 // the folder, and folders are not flushed.
 #ifdef _WIN32
 
-int CreateNew(const fs::path& path) {
+int CreateNew(const fs::path& path, bool) {
   return _wopen(path.c_str(), _O_WRONLY | _O_CREAT | _O_EXCL | _O_BINARY, _S_IREAD | _S_IWRITE);
 }
 std::ptrdiff_t WriteSome(int file, const char* bytes, std::size_t size) {
@@ -41,8 +41,9 @@ void FlushFolder(const fs::path&) {}
 
 #else
 
-int CreateNew(const fs::path& path) {
-  return open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
+// One that replaces another is its owner's alone until it has the other's permissions.
+int CreateNew(const fs::path& path, bool replaces) {
+  return open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, replaces ? 0600 : 0666);
 }
 std::ptrdiff_t WriteSome(int file, const char* bytes, std::size_t size) {
   std::ptrdiff_t written = 0;
@@ -75,8 +76,34 @@ void FlushFolder(const fs::path& folder) {
 constexpr std::size_t kLargestWrite = std::size_t{1} << 26;
 constexpr int kNameAttempts = 16;
 
-[[noreturn]] void FailWriting(const fs::path& path, const std::string& why) {
-  Fail(kErrorWriteFile, "The file " + path.string() + " cannot be written: " + why + ".");
+struct Advice {
+  int error;
+  const char* whatToDo;
+};
+constexpr const char* kMakeRoom = " Make room there, or write to another disk.";
+constexpr const char* kGetPermission =
+    " Have the permissions of the file and its folder changed, or write to another folder.";
+constexpr Advice kAdvice[] = {
+    {ENOSPC, kMakeRoom},
+#ifdef EDQUOT
+    {EDQUOT, kMakeRoom},
+#endif
+    {EFBIG, " Have the limit raised, or write to another disk."},
+    {EROFS, " Nothing can be written there; write to another folder."},
+    {EACCES, kGetPermission},
+    {EPERM, kGetPermission},
+    {ENOENT, " Make the folder first, or write to another one."},
+    {EIO, " The disk may be failing; write to another one."},
+};
+
+[[noreturn]] void FailWriting(const fs::path& path, int error) {
+  const std::u8string name = path.u8string();
+  std::string text = "The file " + std::string(name.begin(), name.end()) +
+                     " cannot be written: " + std::generic_category().message(error) + ".";
+  for (const Advice& advice : kAdvice) {
+    if (advice.error == error) text += advice.whatToDo;
+  }
+  Fail(kErrorWriteFile, text);
 }
 
 // A file that is removed again unless it reached its place.
@@ -95,15 +122,13 @@ struct TemporaryFile {
   TemporaryFile& operator=(const TemporaryFile&) = delete;
 };
 
-void CreateBeside(const fs::path& target, TemporaryFile* file) {
+// Its name has nothing of the target's, which may be as long as names can be.
+void CreateBeside(const fs::path& target, bool replaces, TemporaryFile* file) {
   std::random_device random;
   int error = 0;
   for (int i = 0; i < kNameAttempts; ++i) {
-    fs::path path = target;
-    path += '.';
-    path += std::to_string(random());
-    path += ".new";
-    file->number = CreateNew(path);
+    fs::path path = target.parent_path() / ("quillon-" + std::to_string(random()) + ".new");
+    file->number = CreateNew(path, replaces);
     if (file->number >= 0) {
       file->path = std::move(path);
       return;
@@ -111,14 +136,14 @@ void CreateBeside(const fs::path& target, TemporaryFile* file) {
     error = errno;
     if (error != EEXIST) break;
   }
-  FailWriting(target, std::generic_category().message(error));
+  FailWriting(target, error);
 }
 
-void WriteAll(const TemporaryFile& file, std::string_view bytes) {
+void WriteAll(const TemporaryFile& file, const fs::path& target, std::string_view bytes) {
   while (!bytes.empty()) {
     const std::size_t size = std::min(bytes.size(), kLargestWrite);
     const std::ptrdiff_t written = WriteSome(file.number, bytes.data(), size);
-    if (written <= 0) FailWriting(file.path, std::generic_category().message(errno));
+    if (written <= 0) FailWriting(target, errno);
     bytes.remove_prefix(static_cast<std::size_t>(written));
   }
 }
@@ -143,8 +168,8 @@ void WriteThrough(const fs::path& target, const std::function<void(const TakeByt
   file.placed = true;
   file.path = target;
   file.number = OpenToWrite(target);
-  if (file.number < 0) FailWriting(target, std::generic_category().message(errno));
-  WriteAll(file, bytes);
+  if (file.number < 0) FailWriting(target, errno);
+  WriteAll(file, target, bytes);
 }
 
 }  // namespace
@@ -155,27 +180,27 @@ void ReplaceFile(const std::string& file, const std::function<void(const TakeByt
   std::error_code unknown;
   const fs::file_status status = fs::status(target, unknown);
   if (fs::is_directory(status)) {
-    FailWriting(target, std::make_error_code(std::errc::is_a_directory).message());
+    FailWriting(target, EISDIR);
   }
   // A new file could take the place of one that is protected: the folder's permissions allow that.
   if (fs::exists(status) && !MayWrite(target)) {
-    FailWriting(target, std::generic_category().message(errno));
+    FailWriting(target, errno);
   }
   if (fs::exists(status) && !fs::is_regular_file(status)) return WriteThrough(target, write);
   TemporaryFile temporary;
-  CreateBeside(target, &temporary);
+  CreateBeside(target, fs::exists(status), &temporary);
   CopyPermissions(temporary.number, target);
-  write([&temporary](std::string_view bytes) { WriteAll(temporary, bytes); });
+  write([&](std::string_view bytes) { WriteAll(temporary, target, bytes); });
   const bool flushes = flushing == Flushing::kNow;
   if (flushes && !FlushToDisk(temporary.number)) {
-    FailWriting(target, std::generic_category().message(errno));
+    FailWriting(target, errno);
   }
   const bool closed = CloseNumber(temporary.number);
   temporary.number = -1;
-  if (!closed) FailWriting(target, std::generic_category().message(errno));
+  if (!closed) FailWriting(target, errno);
   std::error_code failed;
   fs::rename(temporary.path, target, failed);
-  if (failed) FailWriting(target, failed.message());
+  if (failed) FailWriting(target, failed.default_error_condition().value());
   temporary.placed = true;
   if (!flushes) return;
   FlushFolder(target.parent_path().empty() ? fs::path(".") : target.parent_path());

@@ -242,7 +242,7 @@ std::uint32_t FindCatalog(Document& doc) {
 std::uint32_t MakeTrailer(Document& doc, const std::vector<std::uint32_t>& trailers) {
   const std::uint32_t number = FindCatalog(doc);
   Warn(doc, "No trailer names the catalog; object " + std::to_string(number) + " looks like one.",
-       number, FileOffset(doc, FindSlot(doc.objects, number)->position));
+       number, ObjectOffset(doc, number));
   const std::uint32_t dict = NewCell(doc.cells, CellKind::kDict);
   const std::uint16_t generation = FindSlot(doc.objects, number)->generation;
   SetEntry(doc, dict, NameFromText(doc, "Root"), ReferenceTo(number, generation));

@@ -164,13 +164,18 @@ bool PrepareDecryption(Document& doc, std::uint32_t trailerDict) {
   ReadMethods(doc, dict, protection.get());
   const std::optional<FileKey> key =
       FindKey(ReadPasswordData(doc, dict, trailerDict), doc.password);
-  if (!key) {
+  // Where nothing but attachments is encrypted, the rest is open to all.
+  const bool filesOnly = protection->strings == CryptMethod::kIdentity &&
+                         protection->streams == CryptMethod::kIdentity;
+  if (!key && !(filesOnly && doc.password.empty())) {
     Fail(kErrorPassword, doc.password.empty()
                              ? "The file is encrypted; it takes a password to open it."
                              : "The file is encrypted under another password than the one given.");
   }
-  protection->key = key->bytes;
-  protection->asOwner = key->asOwner;
+  if (key) {
+    protection->key = key->bytes;
+    protection->asOwner = key->asOwner;
+  }
   if (entry.tag == ValueTag::kReference) protection->dictNumber = entry.payload;
   doc.protection = std::move(protection);
   DecryptWhatWasRead(doc);

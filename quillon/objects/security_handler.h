@@ -14,7 +14,7 @@ namespace quillon::objects {
 enum class CryptMethod : std::uint8_t { kIdentity, kRc4, kAes128, kAes256 };
 
 struct Protection {
-  std::string key;
+  std::string key;  // empty: the document was opened without; only attachments take it
   bool asOwner = false;
   bool encryptMetadata = true;
   CryptMethod strings = CryptMethod::kRc4;

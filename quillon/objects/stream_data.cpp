@@ -154,11 +154,9 @@ std::string DecodedBytes(Document& doc, std::uint32_t streamCell, std::uint32_t 
     return RunSteps(doc, stored, StepsOf(doc, CellAt(doc.cells, streamCell).capacity));
   } catch (const HostFailure& failure) {
     if (failure.code != kErrorBadStream || failure.objectNumber != 0) throw;
-    const ObjectSlot* slot = FindSlot(doc.objects, number);
-    const bool inFile = slot != nullptr && slot->state == SlotState::kInFile;
     Fail(failure.code,
          std::string(failure.what()) + " It is object " + std::to_string(number) + ".", number,
-         inFile ? FileOffset(doc, slot->position) : kNoOffset);
+         ObjectOffset(doc, number));
   }
 }
 

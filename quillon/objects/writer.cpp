@@ -66,9 +66,14 @@ std::vector<std::uint32_t> WritingOrder(const Document& doc) {
 }
 
 // Object streams cannot be found by readers of a table: their members become objects of their own.
-bool IsObjectStream(const Document& doc, std::string_view text) {
-  const std::string_view dict = text.substr(0, text.find("stream"));
-  return !doc.xrefStream && dict.find("/ObjStm") != std::string_view::npos;
+bool IsObjectStream(Document& doc, std::uint32_t number, std::string_view text) {
+  const std::string_view start = text.substr(0, text.find("stream"));
+  if (doc.xrefStream || start.find("/ObjStm") == std::string_view::npos) return false;
+  const std::uint32_t stream = CellOf(doc, LoadObject(doc, number), CellKind::kStream);
+  if (stream == 0) return false;
+  const std::uint32_t dict = CellAt(doc.cells, stream).capacity;
+  const Value type = Dereference(doc, EntryValue(doc, dict, "Type"));
+  return type.tag == ValueTag::kName && NameText(doc, type.payload) == "ObjStm";
 }
 
 void WriteMember(Document& doc, Output& out, std::uint32_t number) {
@@ -85,7 +90,7 @@ void WriteMember(Document& doc, Output& out, std::uint32_t number) {
 // Copies an object as it stands in the file; false when it is not to be written.
 bool CopyFromFile(Document& doc, Output& out, std::uint32_t number) {
   const std::string_view text = ObjectText(doc, number);
-  if (IsObjectStream(doc, text)) return false;
+  if (IsObjectStream(doc, number, text)) return false;
   if (!text.empty()) {
     out.pending += text;
     out.pending.push_back('\n');

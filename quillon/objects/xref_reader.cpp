@@ -33,13 +33,13 @@ std::uint64_t StartPosition(const Document& doc) {
   const std::size_t tail = doc.text.size() > kTailLength ? doc.text.size() - kTailLength : 0;
   const std::size_t found = doc.text.rfind("startxref");
   if (found == std::string_view::npos || found < tail) {
-    FailXref(doc, doc.text.size(), "No startxref stands");
+    FailXref(doc, doc.text.size(), "The file does not end with a startxref");
   }
   Cursor cursor = CursorAt(doc, found, 0);
   TakeKeyword(cursor, "startxref");
   const auto position = TakeUnsigned(cursor);
   if (!position || *position >= doc.text.size()) {
-    FailXref(doc, found, "A startxref that points nowhere stands");
+    FailXref(doc, found, "The startxref points nowhere");
   }
   return *position;
 }
@@ -106,8 +106,7 @@ void MarkStructure(Document& doc, const Reading& reading) {
 }  // namespace
 
 void FailXref(const Document& doc, std::uint64_t position, const std::string& what) {
-  const std::int64_t offset = FileOffset(doc, position);
-  Fail(kErrorBadFile, what + " at byte " + std::to_string(offset) + ".", 0, offset);
+  Fail(kErrorBadFile, what + ".", 0, FileOffset(doc, position));
 }
 
 void EnterObject(Document& doc, std::uint64_t number, SlotState state, std::uint64_t position,
@@ -140,10 +139,10 @@ bool ReadCrossReferences(Document& doc) {
   Reading reading;
   try {
     ReadSections(doc, &reading);
-    if (reading.withRoot == 0)
-      FailXref(doc, StartPosition(doc), "No trailer with a catalog stands");
+    if (reading.withRoot == 0) FailXref(doc, StartPosition(doc), "No trailer names the catalog");
   } catch (const HostFailure& failure) {
-    Warn(doc, failure.what(), failure.objectNumber, failure.offset);
+    Warn(doc, std::string(failure.what()) + " The objects were searched for.", failure.objectNumber,
+         failure.offset);
     doc.objects = ObjectTable{};
     doc.costs = ReadingCosts{};
     return false;

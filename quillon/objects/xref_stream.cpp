@@ -35,7 +35,7 @@ FieldWidths WidthsOf(Document& doc, const XrefSection& section) {
     widths[i] = static_cast<std::size_t>(listed[i]);
   }
   if (!fits || widths[0] + widths[1] + widths[2] == 0) {
-    FailXref(doc, section.position, "A cross-reference stream without field widths stands");
+    FailXref(doc, section.position, "The cross-reference stream has no field widths");
   }
   return widths;
 }
@@ -65,10 +65,11 @@ void EnterFields(Document& doc, std::uint64_t number, std::uint64_t type, std::u
 void ReadXrefStream(Document& doc, XrefSection* section) {
   Value value = kNullValue;
   if (!ParseObjectAt(doc, section->position, &section->stream, &value)) {
-    FailXref(doc, section->position, "No cross-references stand");
+    FailXref(doc, section->position, "The cross-references are not where the file says");
   }
   const std::uint32_t cell = CellOf(doc, value, CellKind::kStream);
-  if (cell == 0) FailXref(doc, section->position, "An object that is no stream stands");
+  if (cell == 0)
+    FailXref(doc, section->position, "The cross-references are not where the file says");
   section->dict = CellAt(doc.cells, cell).capacity;
   const FieldWidths widths = WidthsOf(doc, *section);
   const std::string bytes = DecodedBytes(doc, cell, section->stream);

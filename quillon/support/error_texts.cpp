@@ -28,7 +28,7 @@ constexpr KnownText kTexts[] = {
     {kErrorBadObject, "An object in the document is not what it must be."},
     {kErrorBadFile, "The file is damaged and cannot be read."},
     {kErrorFieldExists, "A field of that name exists already."},
-    {kErrorBadStructure, "The document lacks an entry that it must have."},
+    {kErrorBadStructure, "The form lacks an entry that it must have, such as its fonts (DR)."},
     {kErrorBadStream, "The data of a stream in the document is damaged."},
     {kErrorOpenDocument, "The document cannot be opened."},
     {kErrorPassword, "The document needs a password, or the one given is wrong."},

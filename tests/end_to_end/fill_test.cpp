@@ -1,6 +1,7 @@
 #include <sys/stat.h>
 
 #include "tests/end_to_end/fields_of.h"
+#include "tests/support/form_pdf.h"
 
 namespace quillon::test {
 namespace {
@@ -67,6 +68,17 @@ TEST_F(FillCommand, EmptiesAField) {
   WriteFile(values, R"({"applicant.city": null})");
   ASSERT_EQ(Quillon({"fill", file, "--values", values, "--in-place"}).status, 0);
   EXPECT_EQ(FieldNamed(FieldsOf(file), "applicant.city")["value"], nullptr);
+}
+
+TEST_F(FillCommand, AFormWithoutFontsGetsSome) {
+  WriteFile(file, FormPdf({WidgetField("Tx", "name")},
+                          {.defaultAppearance = "", .defaultResources = ""}));
+  const ProcessResult result = Quillon({"fill", file, "--in-place", "name=Ada"});
+  EXPECT_EQ(result.status, 3) << result.err;
+  EXPECT_NE(result.err.find("The form had no fonts"), std::string::npos) << result.err;
+  EXPECT_EQ(FieldNamed(FieldsOf(file), "name")["value"], "Ada");
+  if (!HasTool("pdftotext")) return;
+  EXPECT_NE(RunProcess({"pdftotext", file, "-"}).out.find("Ada"), std::string::npos);
 }
 
 TEST_F(FillCommand, StandardStreamsCarryTheDocument) {

@@ -6,28 +6,10 @@
 #include <set>
 
 #include "tests/end_to_end/fields_of.h"
+#include "tests/end_to_end/sample_documents.h"
 
 namespace quillon::test {
 namespace {
-
-std::vector<std::string> Documents() {
-  std::vector<std::string> files = {ExampleForm()};
-  const char* named = std::getenv("QUILLFORM_SAMPLES");
-  std::error_code missing;
-  for (const auto& entry :
-       std::filesystem::directory_iterator(named != nullptr ? named : SAMPLES_FOLDER, missing)) {
-    if (entry.path().extension() == ".pdf") files.push_back(entry.path().string());
-  }
-  std::sort(files.begin() + 1, files.end());
-  return files;
-}
-
-std::string TestName(const testing::TestParamInfo<std::string>& info) {
-  std::string name = std::filesystem::path(info.param).stem().string();
-  std::replace_if(
-      name.begin(), name.end(), [](unsigned char c) { return !std::isalnum(c); }, '_');
-  return name;
-}
 
 // Short enough for one line and unlike anything in the document; cut to what the field takes.
 std::string ValueFor(std::size_t number, const Json& field) {
@@ -123,7 +105,7 @@ TEST_P(Samples, EveryTextFieldTakesAValueThatOtherProgramsShow) {
   }
 }
 
-INSTANTIATE_TEST_SUITE_P(Documents, Samples, testing::ValuesIn(Documents()), TestName);
+INSTANTIATE_TEST_SUITE_P(Documents, Samples, testing::ValuesIn(SampleDocuments()), SampleName);
 
 }  // namespace
 }  // namespace quillon::test

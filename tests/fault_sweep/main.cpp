@@ -149,6 +149,9 @@ void SweepScenario(const Scenario& scenario, FaultKind kind, Sweep* sweep) {
     if (outcome.raised.empty()) ++swallowed;
     if (outcome.fault.empty() && !outcome.snapshot.empty()) {
       outcome.fault = Mixed(before, clean.snapshot, outcome.snapshot);
+      if (outcome.fault.empty() && outcome.raised.empty() && outcome.snapshot != clean.snapshot) {
+        outcome.fault = "neither told nor done";
+      }
     }
     if (outcome.fault.empty()) continue;
     ++failures;

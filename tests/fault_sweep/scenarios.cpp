@@ -155,6 +155,27 @@ bool Balanced(const std::string& content) {
   return true;
 }
 
+// How the first page's widgets look: the state shown, and how many there are to show.
+void AddLooks(DocHandle doc, Snapshot* snapshot) {
+  const PageHandle page = document::AcquirePage(doc, 0);
+  for (std::uint32_t i = 0; i < document::AnnotCount(page); ++i) {
+    const ObjectHandle annot = document::AnnotDict(document::AnnotAt(page, i));
+    const auto entry = [](ObjectHandle dict, const char* key) {
+      return document::EntryOf(dict, core::AtomFromName(key));
+    };
+    const ObjectHandle normal = entry(entry(annot, "AP"), "N");
+    std::string look = ValueText(entry(annot, "AS"));
+    for (const char* state : {"Yes", "No", "Off"}) {
+      if (objects::TypeOf(normal) == ObjectKind::kDict &&
+          objects::TypeOf(entry(normal, state)) == ObjectKind::kStream) {
+        look += std::string(" ") + state;
+      }
+    }
+    (*snapshot)["(look " + std::to_string(i) + ")"] = look;
+  }
+  document::ReleasePage(page);
+}
+
 std::string StreamFault(ObjectHandle stream) {
   if (objects::TypeOf(stream) != ObjectKind::kStream || Balanced(DecodedStream(stream))) return "";
   return "object " + std::to_string(ObjectNumberOf(stream)) + " is a half-built appearance";
@@ -249,6 +270,7 @@ Snapshot TakeSnapshot(DocHandle doc) {
     Forms().LoadAllFields(doc);
     Forms().ForEachFieldNode(doc, 1, 1, AddToSnapshot, &snapshot);
   });
+  AddLooks(doc, &snapshot);
   snapshot["(pages)"] = std::to_string(document::PageCount(doc));
   return snapshot;
 }

@@ -42,6 +42,20 @@ TEST_F(TextFieldTest, FramedWidgetIsDrawnFromScratch) {
   EXPECT_EQ(Built(annot, quillon::kNullObject), kFrame) << "an empty value leaves the frame";
 }
 
+TEST_F(TextFieldTest, AnAppearanceThatStaysKeepsItsResources) {
+  const AnnotHandle annot =
+      OpenWidget("Tx", std::string(kLook) + "/AP << /N 11 0 R >>", "[100 700 300 720]",
+                 {.objects = {StreamObject("/BBox [0 0 200 20] /Resources << /ProcSet [/PDF] >>",
+                                           "1 g 0 0 200 20 re f /Tx BMC (old) Tj EMC")}});
+  const ObjectHandle old = AppearanceOf(annot, key::N, kNoAtom);
+  {
+    const FailingSlot failing(&Document->AnnotWillChange);
+    EXPECT_NE(CodeOf([&] { BuildTextAppearance(annot, Text("new")); }), 0U);
+  }
+  EXPECT_TRUE(Objects->Equal(AppearanceOf(annot, key::N, kNoAtom), old));
+  EXPECT_NE(EntryOfStream(annot, key::Resources).find("/ProcSet"), std::string::npos);
+}
+
 TEST_F(TextFieldTest, ValuesOfEveryKindAreShownAsText) {
   const AnnotHandle annot = OpenWidget("Tx", kLook);
   const struct {

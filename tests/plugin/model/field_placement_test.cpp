@@ -119,6 +119,52 @@ TEST_F(Placement, a_path_widget_moves_under_its_path) {
   ExpectNodesFit();
 }
 
+// Forty widgets: paths that share levels, paths that lead into a widget, the same path for widgets
+// of two types, names without a path, and a field with kids.
+std::vector<std::string> ManyPaths(std::uint32_t seed) {
+  std::vector<std::string> fields = {
+      "/T (a) /Kids [" + FieldRef(1) + "]",
+      "/FT /Tx /T (b1) /Subtype /Widget /Rect [0 0 9 9] /Parent " + FieldRef(0)};
+  while (fields.size() < 40) {
+    seed = seed * 1664525u + 1013904223u;
+    const std::string number = std::to_string(seed >> 28);
+    const std::string names[] = {
+        "a.b" + number, "a.c.d" + number, "x" + number + ".y", "x" + number, "z.z", "z." + number};
+    fields.push_back(
+        WidgetField((seed >> 20) % 8 == 0 ? "Btn" : "Tx", names[(seed >> 24) % std::size(names)]));
+  }
+  return fields;
+}
+
+void LoadOneByOne(ObjectHandle array) {
+  for (std::uint32_t i = Objects->ArrayLength(array); i-- > 0;) {
+    if (i >= Objects->ArrayLength(array)) continue;
+    const ObjectHandle element = Objects->ArrayGet(array, i);
+    const ObjectHandle kids = Objects->DictGet(element, key::Kids);
+    if (IsKind(kids, ObjectKind::kArray)) {
+      LoadOneByOne(kids);
+    } else {
+      FieldNodeOf(element);
+    }
+  }
+}
+
+TEST_F(Placement, many_widgets_are_placed_in_bulk_as_one_by_one) {
+  for (const char* entries : {"", "/NeedAppearances true"}) {
+    for (std::uint32_t seed = 1; seed <= 20; ++seed) {
+      Open(ManyPaths(seed), {.formEntries = entries});
+      LoadOneByOne(FieldsArray());
+      const std::string tree = Tree();
+      const std::string names = WalkedNames(doc, false, false);
+      Open(ManyPaths(seed), {.formEntries = entries});
+      LoadAllFields(doc);
+      ASSERT_EQ(Tree(), tree) << entries << seed;
+      ASSERT_EQ(WalkedNames(doc, false, false), names) << entries << seed;
+      ExpectNodesFit();
+    }
+  }
+}
+
 TEST_F(Placement, inherited_entries_are_not_repeated) {
   Open({"/T (a) /FT /Tx /Ff 1 /DA (/Helv 9 Tf) /Q 1 /Kids [" + FieldRef(1) + "]",
         WidgetField("Tx", "b", "/Parent " + FieldRef(0))});

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdio>
 #include <string>
 
 #include "quillon/core/operations.h"
@@ -17,9 +18,8 @@ namespace {
 // An empty file that notes what is done with it.
 std::string heard;
 
-std::uint32_t Resolve(const char*, const char*, char* buffer, std::uint32_t) {
-  buffer[0] = 'x';
-  buffer[1] = '\0';
+std::uint32_t Resolve(const char*, const char*, char* buffer, std::uint32_t size) {
+  std::snprintf(buffer, size, "x");
   return 1;
 }
 FailureCode Open(const char*, std::uint16_t, void** file) {

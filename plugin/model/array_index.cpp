@@ -121,8 +121,19 @@ const ArrayNames& NamesInFields(FormRecord& record, ObjectHandle fields) {
   return names;
 }
 
-std::uint32_t SearchStart(const ArrayNames& names, const ArrayNames::Place& place) {
-  return std::min(place.order + 1, names.length);
+// Elements go from the end, from the beginning or page by page: then one of both ends of where it
+// can stand is near.
+std::uint32_t PositionOf(const ArrayNames& names, const ArrayNames::Place& place,
+                         ObjectHandle element) {
+  const std::uint32_t gone = names.nextOrder - names.length;
+  std::uint32_t low = place.order > gone ? place.order - gone : 0;
+  std::uint32_t high = std::min(place.order + 1, names.length);
+  while (low < high) {
+    if (Objects->Equal(Objects->ArrayGet(names.array, --high), element)) return high;
+    if (low < high && Objects->Equal(Objects->ArrayGet(names.array, low), element)) return low;
+    ++low;
+  }
+  return names.length;
 }
 
 void NoteAppended(FormRecord& record, ObjectHandle array, ObjectHandle element) {

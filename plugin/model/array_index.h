@@ -14,8 +14,7 @@ namespace quillform {
 
 struct FormRecord;
 
-// One array. Elements keep their order, not their positions, while others go or are appended: an
-// element never stands behind the position that is its order.
+// One array. Elements keep their order, not their positions, while others go or are appended.
 struct ArrayNames {
   struct Bearer {
     std::uint32_t order;
@@ -48,8 +47,9 @@ ArrayNames* NamesOnLevel(FormRecord& record, ObjectHandle array);
 // The form's Fields by full names, in a bulk load.
 const ArrayNames& NamesInFields(FormRecord& record, ObjectHandle fields);
 
-// Where to begin when searching the array backwards for an element.
-std::uint32_t SearchStart(const ArrayNames& names, const ArrayNames::Place& place);
+// Where an element stands that the array has once; its length when it is not there.
+std::uint32_t PositionOf(const ArrayNames& names, const ArrayNames::Place& place,
+                         ObjectHandle element);
 
 // Tell what became of an array after the change.
 void NoteAppended(FormRecord& record, ObjectHandle array, ObjectHandle element);

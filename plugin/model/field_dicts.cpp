@@ -16,13 +16,13 @@ struct Whereabouts {
 
 Whereabouts FindIn(FormRecord* record, ObjectHandle array, ObjectHandle element) {
   const ArrayNames* names = record != nullptr ? NamesOnLevel(*record, array) : nullptr;
-  if (names == nullptr || !Objects->IsIndirect(element)) {
-    const std::uint32_t length = Objects->ArrayLength(array);
-    return {length, length};
-  }
+  const std::uint32_t length = Objects->ArrayLength(array);
+  if (names == nullptr || !Objects->IsIndirect(element)) return {length, length};
   const auto place = names->placeOf.find(IdentityOf(element));
   if (place == names->placeOf.end()) return {0, 0};
-  return {SearchStart(*names, place->second), place->second.count};
+  if (place->second.count > 1) return {length, place->second.count};
+  const std::uint32_t position = PositionOf(*names, place->second, element);
+  return position < length ? Whereabouts{position + 1, 1} : Whereabouts{length, length};
 }
 
 struct MissingEntries {

@@ -93,6 +93,11 @@ Value ParseObject(Document& doc, std::uint32_t number, ObjectSlot& slot) {
   return value.tag == ValueTag::kReference ? kNullValue : value;
 }
 
+// What stands in the file is not copied into the next one.
+void MarkMended(Document& doc, std::uint32_t number) {
+  if (ObjectSlot* slot = FindSlot(doc.objects, number)) slot->mended = true;
+}
+
 void WarnOfMissingEnd(Document& doc, std::uint32_t number, std::uint64_t position) {
   Warn(doc, "Object " + std::to_string(number) + " has no end of its own.", number,
        FileOffset(doc, position));
@@ -164,7 +169,12 @@ bool ParseObjectAt(Document& doc, std::uint64_t position, std::uint32_t* number,
   *number = cursor.object = *found;
   *value = kNullValue;
   // An object without a value is read as null; some producers write them.
-  if (TakeKeyword(cursor, "endobj")) return true;
+  if (TakeKeyword(cursor, "endobj")) {
+    Warn(doc, "Object " + std::to_string(*found) + " is empty and read as null.", *found,
+         FileOffset(doc, position));
+    MarkMended(doc, *found);
+    return true;
+  }
   const std::uint32_t parent = kIndirectParent | *found;
   *value = ParseValue(doc, cursor, parent);
   if (value->tag == ValueTag::kCell && CellAt(doc.cells, value->payload).kind == CellKind::kDict &&
@@ -172,6 +182,7 @@ bool ParseObjectAt(Document& doc, std::uint64_t position, std::uint32_t* number,
     *value = MakeStream(doc, cursor, *value, parent);
   } else if (!TakeKeyword(cursor, "endobj")) {
     WarnOfMissingEnd(doc, *found, position);
+    MarkMended(doc, *found);
   }
   return true;
 }

@@ -29,7 +29,7 @@ struct ObjectSlot {
   bool loaded : 1;
   bool loading : 1;    // being parsed: meeting it again is a cycle
   bool changed : 1;    // differs from the file
-  bool mended : 1;     // its text says something twice: it is not copied as it stands
+  bool mended : 1;     // read otherwise than it stands in the file: it is not copied
   bool structure : 1;  // a cross-reference stream: belongs to the file, not to the document
 };
 

@@ -81,7 +81,8 @@ void AppendArray(const Writing& to, std::uint32_t number) {
 
 void AppendStringCell(const Writing& to, std::uint32_t number) {
   const Cell& cell = CellAt(to.doc.cells, number);
-  if (to.cipher.protection != nullptr) {
+  const Protection* protection = to.cipher.protection;
+  if (protection != nullptr && protection->strings != CryptMethod::kIdentity) {
     const std::string bytes = EncryptedString(to.cipher, StringBytes(to.doc, number));
     return AppendString(to.out, bytes, true);
   }

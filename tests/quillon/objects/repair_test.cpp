@@ -68,6 +68,30 @@ TEST(Repair, LastOfTwoEntriesCountsAndIsWrittenAlone) {
   EXPECT_TRUE(PdfWarnings(again.doc).empty());
 }
 
+TEST(Repair, WhatFollowsAnObjectAndIsNoneOfItIsNotWritten) {
+  const OpenedDocument file(FileWithTwo("<</Length 3>>\nabc\nendstream", ""));
+  EXPECT_EQ(objects::TypeOf(file.At(3)), ObjectKind::kDict);
+  EXPECT_EQ(objects::TypeOf(file.At(4)), ObjectKind::kNull);
+  const std::string saved = SavedAfterChange(file.doc);
+  EXPECT_TRUE(Tells(file.doc, "no end of its own", 3));
+  EXPECT_TRUE(Tells(file.doc, "empty", 4));
+  EXPECT_NE(saved.find("\n3 0 obj\n<</Length 3>>\nendobj\n"), std::string::npos);
+  EXPECT_NE(saved.find("\n4 0 obj\nnull\nendobj\n"), std::string::npos);
+}
+
+// Offsets are told of objects in the file; one in an object stream stands where that does.
+TEST(Repair, TheCatalogThatWasFoundInAnObjectStreamIsToldAtItsPlace) {
+  FileText text;
+  text.Stream(2, "/Type/ObjStm/N 1/First 4", "1 0 <</Type/Catalog>>");
+  const OpenedDocument file(text.bytes);
+  const std::vector<FileWarning>& warnings = PdfWarnings(file.doc);
+  const auto told = std::find_if(warnings.begin(), warnings.end(), [](const FileWarning& warning) {
+    return warning.objectNumber == 1;
+  });
+  ASSERT_NE(told, warnings.end());
+  EXPECT_EQ(told->offset, static_cast<std::int64_t>(text.offsets.at(2)));
+}
+
 TEST(Repair, AnObjectThatCannotBeReadIsLeftOutOfTheWrittenFile) {
   const OpenedDocument file(FileWithTwo("<</A >> @ ]]", "<</Kept 3 0 R>>"));
   const OpenedDocument again(SavedAfterChange(file.doc));

@@ -108,10 +108,10 @@ std::string MediaType(const char* contentType) {
 
 void SetUp(CURL* curl, const Request& request, curl_slist* headers, Transfer* transfer) {
   curl_easy_setopt(curl, CURLOPT_SHARE, shared.get());
-  curl_easy_setopt(curl, CURLOPT_COOKIEFILE, "");  // cookies are sent, and kept in memory only
   curl_easy_setopt(curl, CURLOPT_PROTOCOLS_STR, "http,https");
   curl_easy_setopt(curl, CURLOPT_NOSIGNAL, 1L);
   curl_easy_setopt(curl, CURLOPT_USERAGENT, "quillon");
+  curl_easy_setopt(curl, CURLOPT_COOKIEFILE, "");  // cookies are kept, and nowhere but in memory
   curl_easy_setopt(curl, CURLOPT_URL, request.url.c_str());
   curl_easy_setopt(curl, CURLOPT_TIMEOUT, static_cast<long>(timeLimit));
   curl_easy_setopt(curl, CURLOPT_CONNECTTIMEOUT,

@@ -22,9 +22,10 @@ struct Writing {
   ObjectCipher cipher;
 };
 
-// A blank where two regular characters would meet.
+// A blank where two regular characters would meet, or one would become part of an empty name.
 void Separate(std::string* out) {
-  if (!out->empty() && IsRegular(out->back())) out->push_back(' ');
+  if (out->empty()) return;
+  if (IsRegular(out->back()) || out->back() == '/') out->push_back(' ');
 }
 
 void AppendHexByte(std::string* out, unsigned char byte) {

@@ -164,7 +164,7 @@ TEST(FullDisk, IsAClearError) {
   };
   for (const std::vector<std::string>& command : commands) {
     SCOPED_TRACE(testing::PrintToString(command));
-    const ProcessResult result = RunProcess(command);
+    const ProcessResult result = RunProcess(command, {}, {kLeakOptions});
     EXPECT_EQ(result.status, 2);
     EXPECT_NE(result.err.find("cannot be written: "), std::string::npos) << result.err;
     EXPECT_EQ(ReadFile(file), ReadFile(ExampleForm()));

@@ -14,6 +14,10 @@
 #include <stdexcept>
 
 namespace quillon::test {
+
+const char* const kLeakOptions =
+    "LSAN_OPTIONS=print_suppressions=0:suppressions=" LEAK_SUPPRESSIONS;
+
 namespace {
 
 struct Pipe {
@@ -99,8 +103,7 @@ ProcessResult RunProcess(const std::vector<std::string>& command, const std::str
 ProcessResult Quillon(std::vector<std::string> arguments, const std::string& input,
                       std::vector<std::string> environment) {
   arguments.insert(arguments.begin(), QUILLON_PROGRAM);
-  // Means something to a program that is built with the address sanitizer.
-  environment.emplace_back("LSAN_OPTIONS=print_suppressions=0:suppressions=" LEAK_SUPPRESSIONS);
+  environment.emplace_back(kLeakOptions);
   return RunProcess(arguments, input, environment);
 }
 

@@ -21,6 +21,10 @@ ProcessResult RunProcess(const std::vector<std::string>& command, const std::str
 ProcessResult Quillon(std::vector<std::string> arguments, const std::string& input = {},
                       std::vector<std::string> environment = {});
 
+// An entry of the environment for a program under test that is started through another one. Means
+// something when it is built with the address sanitizer.
+extern const char* const kLeakOptions;
+
 // Whether a tool is installed.
 bool HasTool(const std::string& name);
 

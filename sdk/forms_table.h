@@ -71,10 +71,15 @@ using FieldNodeProc = Boolean (*)(FieldNode node, void* clientData);
 //   FieldNodeName: valid while the node is.
 //   GetFieldFlags, SetFieldFlags: index 0 the annotation flags F, 1 the field flags Ff.
 //   SetFieldValue: V of the whole field; a copy is stored. Push buttons take none.
-//   SetFieldOptions: 0 done, 1 when the node is not valid; anything but an array removes Opt.
-//   CreateFDFFromForm, WriteURLEncoded, ResetFields: `list` tells the fields (an array of field
-//     dictionaries, or null) to take, or to leave out when `inclusion` is false. For
-//     CreateFDFFromForm its strings are full names. What stands for no field is passed over.
+//   SetFieldOptions: 0 done, 1 when the node is not valid; an empty array, or anything but an
+//     array, removes Opt.
+//   CreateFDFFromForm, WriteURLEncoded, ResetFields: `list`, an array of field dictionaries, tells
+//     the fields to take, one with fields under it standing for all of those; or, when `inclusion`
+//     is false, the fields to leave out, each for itself only. Anything but an array: all fields.
+//     For CreateFDFFromForm its strings are full names; elements that stand for no field are
+//     passed over.
+//   CreateFDFFromForm: `basePath`, the platform's spelling of the FDF's own path, makes the
+//     document's name in it relative; null: the full path. Closed with Objects.CloseDocument.
 //   ImportFDF: true when the FDF carried values only.
 //   FormEventRegister: the registration's identifier, 0 for an event number outside 0 to 9.
 #define QUILLFORM_FORMS_TABLE(X)                                                               \

@@ -35,10 +35,6 @@ NewObject::~NewObject() {
 
 ObjectHandle NewObject::Release() { return std::exchange(handle, kNullObject); }
 
-OpenedStream::~OpenedStream() {
-  DropFailures([this] { Support->CloseStream(handle); });
-}
-
 ObjectHandle EntryOf(ObjectHandle container, Atom key) {
   const ObjectKind kind = Objects->TypeOf(container);
   if (kind != ObjectKind::kDict && kind != ObjectKind::kStream) return kNullObject;

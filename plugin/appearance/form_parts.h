@@ -20,16 +20,6 @@ struct NewObject {
   ObjectHandle handle;
 };
 
-// An open byte stream, closed at the end.
-struct OpenedStream {
-  explicit OpenedStream(StreamHandle stream) : handle(stream) {}
-  ~OpenedStream();
-  OpenedStream(const OpenedStream&) = delete;
-  OpenedStream& operator=(const OpenedStream&) = delete;
-
-  StreamHandle handle;
-};
-
 // The entry of a dictionary or stream; the null object for a missing one and in any other object.
 ObjectHandle EntryOf(ObjectHandle container, Atom key);
 

@@ -2,6 +2,7 @@
 
 #include "plugin/appearance/font_resources.h"
 #include "plugin/appearance/form_parts.h"
+#include "plugin/host/owned_files.h"
 #include "plugin/model/form_dict.h"
 #include "plugin/model/keys.h"
 
@@ -39,9 +40,9 @@ bool PutFont(ObjectHandle resources, ObjectDoc objects, const ContentWriter& wri
 
 ObjectHandle NewContentStream(ObjectDoc doc, const ContentWriter& writer) {
   const auto length = static_cast<std::uint32_t>(writer.text.size());
-  const OpenedStream source(Support->OpenMemoryStream(writer.text.data(), length));
+  const OwnedStream source(Support->OpenMemoryStream(writer.text.data(), length));
   NewObject attributes(ContentAttributes(doc, length));
-  const ObjectHandle stream = Objects->NewStream(doc, source.handle, attributes.handle);
+  const ObjectHandle stream = Objects->NewStream(doc, source.get(), attributes.handle);
   attributes.Release();
   return stream;
 }

@@ -9,6 +9,7 @@
 #include "plugin/appearance/font_resources.h"
 #include "plugin/appearance/form_parts.h"
 #include "plugin/appearance/form_stream.h"
+#include "plugin/host/owned_files.h"
 #include "plugin/model/keys.h"
 
 namespace quillform {
@@ -202,9 +203,9 @@ ObjectHandle AttributesLike(ObjectHandle oldStream, ObjectDoc doc, std::size_t l
 // Null when the old content has no section to replace.
 ObjectHandle NewMergedStream(ObjectHandle oldStream, ObjectDoc doc, const MarkedText& text,
                              std::size_t length) {
-  const OpenedStream old(Objects->OpenStream(oldStream, quillon::kStreamDecoded));
+  const OwnedStream old(Objects->OpenStream(oldStream, quillon::kStreamDecoded));
   SectionMerge merge;
-  merge.old = old.handle;
+  merge.old = old.get();
   merge.text = text;
   merge.phase = Phase::kCopying;
   merge.matched = 0;
@@ -213,10 +214,10 @@ ObjectHandle NewMergedStream(ObjectHandle oldStream, ObjectDoc doc, const Marked
   merge.chunkAt = 0;
 
   const ProducerCallback producer;
-  const OpenedStream source(
+  const OwnedStream source(
       Support->OpenProcStream(reinterpret_cast<quillon::StreamProc>(producer.routine), &merge));
   NewObject attributes(AttributesLike(oldStream, doc, length));
-  NewObject stream(Objects->NewStream(doc, source.handle, attributes.handle));
+  NewObject stream(Objects->NewStream(doc, source.get(), attributes.handle));
   attributes.Release();
   if (merge.phase != Phase::kFinishing || merge.produced < kShortestContent) return kNullObject;
   return stream.Release();

@@ -83,9 +83,9 @@ Boolean FDFDataHandler(const void* data, std::uint32_t length, DocView view) {
     ShowMessage(MB_ICONEXCLAMATION, MB_OK, kSubmissionFailed);
     return 0;
   }
-  TemporaryFile file;
   Outcome outcome = Outcome::kNothing;
   const FailureCode failure = CatchFailure([&] {
+    TemporaryFile file;
     WriteData(file.path.get(), data, length);
     outcome = UseData(&file, view);
   });

@@ -126,6 +126,7 @@ DocView OpenUrl(FdfToOpen* data) {
   }
   AddPendingImport(nullptr, data->formText.c_str(), Support->CopyPath(data->path), false,
                    FileOwner::kUser);
+  data->fdf.Close();  // the form may open at once and use the file up
   const FailureCode failure = Link->OpenURL(nullptr, data->formText.c_str(), 0);
   if (failure != quillon::kErrorNone) Raise(failure);
   return nullptr;

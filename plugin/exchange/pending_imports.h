@@ -10,10 +10,10 @@ namespace quillform {
 // plug-in's own, and stays when it is the user's.
 enum class FileOwner { kPlugIn, kUser };
 
-// Takes `file` over. With a file and a document that
-// something waits for already, the file is added to that; `detach` then makes it wait for the next
-// time that the form opens. Otherwise something new waits: for the document (or null), and for what
-// opens under `address` (the full text of its path, or null).
+// Takes `file` over. With a file and a document that something waits for already, the file is added
+// to that; `detach` then makes it wait for the next time that the form opens. Otherwise something
+// new waits: for the document (or null), and for what opens under `address` (the full text of its
+// path, or null).
 void AddPendingImport(DocHandle doc, const char* address, PathHandle file, bool detach,
                       FileOwner owner = FileOwner::kPlugIn);
 

@@ -125,7 +125,8 @@ FieldNode InitFieldDict(ObjectHandle dict, const char* partialName) {
   if (!IsKind(dict, ObjectKind::kDict) || !Objects->IsIndirect(dict)) return nullptr;
   if (Objects->DictKnown(dict, key::Subtype) && !DictIsWidget(dict)) return nullptr;
   FormRecord* record = LiveFormRecord(Objects->DocumentOf(dict));
-  const ObjectHandle form = record != nullptr ? FormDictOfObjects(record->objectDoc) : kNullObject;
+  if (record == nullptr) return nullptr;
+  const ObjectHandle form = FormDictOfObjects(record->objectDoc);
   if (IsNull(form)) return nullptr;
 
   SetPartialName(*record, dict, partialName, form);

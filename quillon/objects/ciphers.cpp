@@ -9,8 +9,11 @@
 #ifdef _WIN32
 
 #include <windows.h>
-// Needs the types of the one above.
+// Need the types of the one above.
 #include <bcrypt.h>
+#include <wincrypt.h>
+
+#include <cstring>
 
 #else
 
@@ -49,6 +52,9 @@ namespace {
 void Check(NTSTATUS status) {
   if (status < 0) FailCipher();
 }
+void CheckDone(BOOL done) {
+  if (done == FALSE) FailCipher();
+}
 
 // BCrypt takes input as if it might write to it.
 unsigned char* Input(std::string_view text) { return const_cast<unsigned char*>(Bytes(text)); }
@@ -74,6 +80,38 @@ struct Key {
   ~Key() { BCryptDestroyKey(handle); }
   Key(const Key&) = delete;
   Key& operator=(const Key&) = delete;
+};
+
+// RC4 comes from the older of the system's two libraries, which Wine has whole, unlike the newer
+// one.
+struct OldProvider {
+  HCRYPTPROV handle = 0;
+  OldProvider() {
+    CheckDone(CryptAcquireContextW(&handle, nullptr, MS_ENHANCED_PROV_W, PROV_RSA_FULL,
+                                   CRYPT_VERIFYCONTEXT));
+  }
+  ~OldProvider() { CryptReleaseContext(handle, 0); }
+  OldProvider(const OldProvider&) = delete;
+  OldProvider& operator=(const OldProvider&) = delete;
+};
+
+struct Rc4Key {
+  HCRYPTKEY handle = 0;
+  Rc4Key(const OldProvider& provider, std::string_view bytes) {
+    std::string key(bytes);
+    // A key of 40 bits may be filled up with zeros; the same bytes twice mean the same to RC4.
+    if (key.size() == 5) key += bytes;
+    const BLOBHEADER header{PLAINTEXTKEYBLOB, CUR_BLOB_VERSION, 0, CALG_RC4};
+    const DWORD length = Length(key);
+    std::string blob(sizeof header + sizeof length, '\0');
+    std::memcpy(blob.data(), &header, sizeof header);
+    std::memcpy(blob.data() + sizeof header, &length, sizeof length);
+    blob += key;
+    CheckDone(CryptImportKey(provider.handle, Bytes(blob), Length(blob), 0, 0, &handle));
+  }
+  ~Rc4Key() { CryptDestroyKey(handle); }
+  Rc4Key(const Rc4Key&) = delete;
+  Rc4Key& operator=(const Rc4Key&) = delete;
 };
 
 const wchar_t* NameOfDigest(Digest digest) {
@@ -124,13 +162,12 @@ std::string DigestOf(Digest digest, std::string_view data) {
 }
 
 std::string ApplyRc4(std::string_view key, std::string_view data) {
+  static const OldProvider provider;
   if (data.empty()) return {};
-  const Algorithm rc4(BCRYPT_RC4_ALGORITHM);
-  const Key schedule(rc4, key);
-  std::string out(data.size(), '\0');
-  ULONG written = 0;
-  Check(BCryptEncrypt(schedule.handle, Input(data), Length(data), nullptr, nullptr, 0, Bytes(out),
-                      Length(out), &written, 0));
+  const Rc4Key schedule(provider, key);
+  std::string out(data);
+  DWORD size = Length(data);
+  CheckDone(CryptEncrypt(schedule.handle, 0, TRUE, 0, Bytes(out), &size, size));
   return out;
 }
 

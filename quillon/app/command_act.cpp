@@ -84,9 +84,7 @@ int RunAct(const ActArguments& arguments) {
     return kExitError;
   }
   if (writes) WriteDocument(opened.view, arguments.output, arguments.append);
-  for (std::string& warning : FileWarnings(opened.doc)) warnings.push_back(std::move(warning));
-  for (std::string& warning : PlugInWarnings()) warnings.push_back(std::move(warning));
-  return FinishWith(arguments.file, warnings);
+  return FinishDocument(arguments.file, opened.doc, warnings);
 }
 
 }  // namespace quillon::app

@@ -32,9 +32,7 @@ int RunExport(const ExportArguments& arguments) {
   } else {
     WriteFileWhole(arguments.output, bytes);
   }
-  std::vector<std::string> warnings = FileWarnings(opened.doc);
-  for (std::string& warning : PlugInWarnings()) warnings.push_back(std::move(warning));
-  return FinishWith(arguments.file, warnings);
+  return FinishDocument(arguments.file, opened.doc);
 }
 
 }  // namespace quillon::app

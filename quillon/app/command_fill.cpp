@@ -67,20 +67,17 @@ int RunFill(const FillArguments& arguments) {
   CallForms(&FormsTable::LoadAllFields, opened.doc);
   const FillPlan plan = PlanFills(opened.doc, input, arguments.force);
   if (!plan.problems.empty()) return FailWith(arguments.file, plan.problems);
-  std::vector<std::string> replaced;
-  const std::vector<std::string> refused = SetValues(opened.doc, plan.fills, &replaced);
+  std::vector<std::string> warnings;
+  const std::vector<std::string> refused = SetValues(opened.doc, plan.fills, &warnings);
   if (!refused.empty()) return FailWith(arguments.file, refused);
   WriteDocument(opened.view, arguments.inPlace ? arguments.file : arguments.output,
                 arguments.append);
-  std::vector<std::string> warnings = FileWarnings(opened.doc);
-  for (std::string& warning : replaced) warnings.push_back(std::move(warning));
   WarnOfPasswords(plan.fills, &warnings);
-  for (std::string& warning : PlugInWarnings()) warnings.push_back(std::move(warning));
   if (HasXmlForm(opened.doc)) {
     warnings.emplace_back(
         "the form is also described in XML (XFA), which still has the old values");
   }
-  return FinishWith(arguments.file, warnings);
+  return FinishDocument(arguments.file, opened.doc, warnings);
 }
 
 }  // namespace quillon::app

@@ -110,11 +110,8 @@ int RunImport(const ImportArguments& arguments) {
     if (!problems.empty()) return FailWith(arguments, data, problems);
   }
   WriteDocument(opened.view, arguments.output, arguments.append);
-  std::vector<std::string> warnings = FileWarnings(opened.doc);
-  for (std::string& warning : imported.warnings) warnings.push_back(std::move(warning));
-  WarnOfPasswords(imported.fills, &warnings);
-  for (std::string& warning : PlugInWarnings()) warnings.push_back(std::move(warning));
-  return FinishWith(arguments.file, warnings);
+  WarnOfPasswords(imported.fills, &imported.warnings);
+  return FinishDocument(arguments.file, opened.doc, imported.warnings);
 }
 
 }  // namespace quillon::app

@@ -24,11 +24,6 @@ void CheckEditable(DocHandle doc) {
        "the document's permissions do not allow changing its pages; its owner's password does");
 }
 
-int Finish(const PagesArguments& arguments, std::vector<std::string> warnings) {
-  for (std::string& warning : PlugInWarnings()) warnings.push_back(std::move(warning));
-  return FinishWith(arguments.file, warnings);
-}
-
 // A failure that concerns the other file names it.
 DocHandle OpenOther(const std::string& file) {
   try {
@@ -73,11 +68,11 @@ int InsertFrom(const PagesArguments& arguments) {
   if (after > pages) Fail(kErrorBadParameter, "there is no page " + std::to_string(after));
   InsertPages(opened.doc, static_cast<std::int32_t>(after) - 1, other.doc, range.first, range.last);
   WriteDocument(opened.view, arguments.output, arguments.append);
-  std::vector<std::string> warnings = FileWarnings(opened.doc);
+  std::vector<std::string> warnings;
   for (const std::string& warning : FileWarnings(other.doc)) {
     warnings.push_back(Printable(arguments.other) + ": " + warning);
   }
-  return Finish(arguments, std::move(warnings));
+  return FinishDocument(arguments.file, opened.doc, warnings);
 }
 
 int Delete(const PagesArguments& arguments) {
@@ -89,7 +84,7 @@ int Delete(const PagesArguments& arguments) {
   CallForms(&FormsTable::LoadAllFields, opened.doc);
   DeletePages(opened.doc, range.first, range.last);
   WriteDocument(opened.view, arguments.output, arguments.append);
-  return Finish(arguments, FileWarnings(opened.doc));
+  return FinishDocument(arguments.file, opened.doc);
 }
 
 int Extract(const PagesArguments& arguments) {
@@ -99,7 +94,7 @@ int Extract(const PagesArguments& arguments) {
   const DocHandle made = ExtractPages(opened.doc, range.first, range.last);
   const ShownDocument shown(made);
   WriteDocument(shown.view, arguments.output);
-  return Finish(arguments, FileWarnings(opened.doc));
+  return FinishDocument(arguments.file, opened.doc);
 }
 
 }  // namespace

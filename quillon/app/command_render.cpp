@@ -17,9 +17,7 @@ int RunRender(const RenderArguments& arguments) {
   } else {
     WriteFileWhole(arguments.output, png);
   }
-  for (std::string& warning : FileWarnings(opened.doc)) warnings.push_back(std::move(warning));
-  for (std::string& warning : PlugInWarnings()) warnings.push_back(std::move(warning));
-  return FinishWith(arguments.file, warnings);
+  return FinishDocument(arguments.file, opened.doc, warnings);
 }
 
 }  // namespace quillon::app

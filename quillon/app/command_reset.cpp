@@ -71,9 +71,7 @@ int RunReset(const ResetArguments& arguments) {
   if (problems.empty()) problems = ResetEach(fields);
   if (!problems.empty()) return FailWith(arguments.file, problems);
   WriteDocument(opened.view, arguments.output, arguments.append);
-  std::vector<std::string> warnings = FileWarnings(opened.doc);
-  for (std::string& warning : PlugInWarnings()) warnings.push_back(std::move(warning));
-  return FinishWith(arguments.file, warnings);
+  return FinishDocument(arguments.file, opened.doc);
 }
 
 }  // namespace quillon::app

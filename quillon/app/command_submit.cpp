@@ -180,12 +180,8 @@ int RunSubmit(const SubmitArguments& arguments) {
         "signatures invalid (--append would not)");
   }
   WriteDocument(result, arguments.output, arguments.append);
-  for (std::string& warning : FileWarnings(viewer::DocOf(result))) {
-    warnings.push_back(std::move(warning));
-  }
   if (result == view) WarnOfPasswords(plan.fills, &warnings);
-  for (std::string& warning : PlugInWarnings()) warnings.push_back(std::move(warning));
-  return FinishWith(arguments.url, warnings);
+  return FinishDocument(arguments.url, viewer::DocOf(result), warnings);
 }
 
 }  // namespace quillon::app

@@ -126,6 +126,14 @@ std::vector<std::string> FileWarnings(DocHandle doc) {
 
 std::vector<std::string> PlugInWarnings() { return collected; }
 
+ExitStatus FinishDocument(const std::string& file, DocHandle doc,
+                          const std::vector<std::string>& own) {
+  std::vector<std::string> warnings = FileWarnings(doc);
+  warnings.insert(warnings.end(), own.begin(), own.end());
+  warnings.insert(warnings.end(), collected.begin(), collected.end());
+  return FinishWith(file, warnings);
+}
+
 OpenedView::OpenedView(const std::string& file)
     : view(nullptr), doc(nullptr), throughData(IsFormData(file)) {
   if (throughData) {

@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "quillon/app/console.h"
 #include "quillon/document/open_document.h"
 
 namespace quillon::app {
@@ -34,6 +35,11 @@ std::vector<std::string> FileWarnings(DocHandle doc);
 
 // What plug-ins failed in so far, start-up included, where the host goes on without them.
 std::vector<std::string> PlugInWarnings();
+
+// Ends a command that is done: prints the warnings of the file, the command's own, then those of
+// plug-ins; answers the exit status.
+ExitStatus FinishDocument(const std::string& file, DocHandle doc,
+                          const std::vector<std::string>& own = {});
 
 // A document in a view: only then are plug-ins told of its opening and closing. "-" is the standard
 // input. For a file of form data (FDF), the form plug-in finds the form that it belongs to and

@@ -155,25 +155,48 @@ bool Balanced(const std::string& content) {
   return true;
 }
 
-// How the first page's widgets look: the state shown, and how many there are to show.
-void AddLooks(DocHandle doc, Snapshot* snapshot) {
+ObjectHandle EntryNamed(ObjectHandle dict, const char* key) {
+  return document::EntryOf(dict, core::AtomFromName(key));
+}
+
+struct State {
+  const char* name;
+  ObjectHandle stream;
+};
+
+// One widget: the state shown, and the normal appearances; one without states has no name.
+struct Look {
+  std::string shown;
+  std::vector<State> states;
+};
+
+std::vector<Look> LooksOnFirstPage(DocHandle doc) {
+  std::vector<Look> looks;
   const PageHandle page = document::AcquirePage(doc, 0);
   for (std::uint32_t i = 0; i < document::AnnotCount(page); ++i) {
     const ObjectHandle annot = document::AnnotDict(document::AnnotAt(page, i));
-    const auto entry = [](ObjectHandle dict, const char* key) {
-      return document::EntryOf(dict, core::AtomFromName(key));
-    };
-    const ObjectHandle normal = entry(entry(annot, "AP"), "N");
-    std::string look = ValueText(entry(annot, "AS"));
-    for (const char* state : {"Yes", "No", "Off"}) {
-      if (objects::TypeOf(normal) == ObjectKind::kDict &&
-          objects::TypeOf(entry(normal, state)) == ObjectKind::kStream) {
-        look += std::string(" ") + state;
-      }
+    const ObjectHandle normal = EntryNamed(EntryNamed(annot, "AP"), "N");
+    Look look{ValueText(EntryNamed(annot, "AS")), {{"", normal}}};
+    for (const char* name : {"Yes", "No", "Off"}) {
+      if (objects::TypeOf(normal) != ObjectKind::kDict) break;
+      look.states.push_back({name, EntryNamed(normal, name)});
     }
-    (*snapshot)["(look " + std::to_string(i) + ")"] = look;
+    looks.push_back(std::move(look));
   }
   document::ReleasePage(page);
+  return looks;
+}
+
+void AddLooks(DocHandle doc, Snapshot* snapshot) {
+  int number = 0;
+  for (const Look& look : LooksOnFirstPage(doc)) {
+    std::string text = look.shown;
+    for (const State& state : look.states) {
+      const bool drawn = objects::TypeOf(state.stream) == ObjectKind::kStream;
+      if (drawn && *state.name != '\0') text += std::string(" ") + state.name;
+    }
+    (*snapshot)["(look " + std::to_string(number++) + ")"] = text;
+  }
 }
 
 std::string StreamFault(ObjectHandle stream) {
@@ -181,21 +204,11 @@ std::string StreamFault(ObjectHandle stream) {
   return "object " + std::to_string(ObjectNumberOf(stream)) + " is a half-built appearance";
 }
 
-// The normal appearances of the first page's widgets, of every state.
 std::string AppearanceFault(DocHandle doc) {
   std::string fault;
-  const PageHandle page = document::AcquirePage(doc, 0);
-  for (std::uint32_t i = 0; i < document::AnnotCount(page); ++i) {
-    const ObjectHandle annot = document::AnnotDict(document::AnnotAt(page, i));
-    const auto entry = [](ObjectHandle dict, const char* key) {
-      return document::EntryOf(dict, core::AtomFromName(key));
-    };
-    const ObjectHandle normal = entry(entry(annot, "AP"), "N");
-    fault += StreamFault(normal);
-    if (objects::TypeOf(normal) != ObjectKind::kDict) continue;
-    for (const char* state : {"Yes", "Off"}) fault += StreamFault(entry(normal, state));
+  for (const Look& look : LooksOnFirstPage(doc)) {
+    for (const State& state : look.states) fault += StreamFault(state.stream);
   }
-  document::ReleasePage(page);
   return fault;
 }
 

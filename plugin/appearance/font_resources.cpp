@@ -5,6 +5,7 @@
 
 #include "plugin/appearance/encoding_table.h"
 #include "plugin/appearance/form_parts.h"
+#include "plugin/model/field_dicts.h"
 #include "plugin/model/field_tree.h"
 #include "plugin/model/field_values.h"
 #include "plugin/model/form_dict.h"
@@ -97,7 +98,7 @@ ObjectHandle NewFontDict(DocHandle doc, ObjectDoc objects, Atom base) {
   PutName(font.handle, key::BaseFont, objects, base);
   if (!HasOwnEncoding(base)) {
     const ObjectHandle encoding = SharedEncodingDict(doc);
-    if (!IsNull(encoding)) PutShared(font.handle, key::Encoding, objects, encoding);
+    if (!IsNull(encoding)) PutCopy(font.handle, key::Encoding, encoding);
   }
   return font.Release();
 }
@@ -110,7 +111,7 @@ ObjectHandle FontsOf(ObjectHandle resources, ObjectDoc doc) {
 
 Boolean CopyEntry(ObjectHandle key, ObjectHandle value, void* clientData) {
   const auto copy = *static_cast<ObjectHandle*>(clientData);
-  PutShared(copy, Objects->NameValue(key), Objects->DocumentOf(copy), value);
+  PutCopy(copy, Objects->NameValue(key), value);
   return true;
 }
 
@@ -215,7 +216,7 @@ Atom AddFontToFieldResources(FieldNode node, ObjectHandle fontDict) {
   }
   const ObjectHandle fonts = FontsOf(resources, doc);
   if (IsNull(fonts)) Raise(quillon::kErrorBadStructure);
-  if (!Objects->DictKnown(fonts, name)) PutShared(fonts, name, doc, fontDict);
+  if (!Objects->DictKnown(fonts, name)) PutCopy(fonts, name, fontDict);
   return name;
 }
 
@@ -228,11 +229,11 @@ std::uint32_t AddFontToFormResources(ObjectHandle formDict, ObjectHandle fontDic
   if (changed) {
     // Check boxes and radio buttons draw their marks with it.
     const ObjectHandle marks = FindOrMakeFontDict(Document->DocOfObjectDoc(doc), key::ZapfDingbats);
-    PutShared(fonts, FontKeyOf(marks), doc, marks);
+    PutCopy(fonts, FontKeyOf(marks), marks);
   }
   const Atom name = FontKeyOf(fontDict);
   if (!Objects->Equal(Objects->DictGet(fonts, name), fontDict)) {
-    PutShared(fonts, name, doc, fontDict);
+    PutCopy(fonts, name, fontDict);
     changed = true;
   }
   return changed ? std::uint32_t{kBitDR} : 0;

@@ -60,20 +60,6 @@ ObjectHandle EnsureDict(ObjectHandle container, Atom key, ObjectDoc doc, std::ui
   return PutNewDict(container, key, doc, capacity);
 }
 
-void PutShared(ObjectHandle container, Atom key, ObjectDoc doc, ObjectHandle object) {
-  if (Objects->IsIndirect(object)) {
-    Objects->DictPut(container, key, object);
-  } else {
-    PutNew(container, key, Objects->CopyObject(object, doc));
-  }
-}
-
-void MoveEntry(ObjectHandle from, ObjectHandle to, Atom key, ObjectDoc doc) {
-  const ObjectHandle entry = Objects->DictGet(from, key);
-  PutShared(to, key, doc, entry);
-  Objects->DictRemove(from, key);
-}
-
 ObjectHandle ContentAttributes(ObjectDoc doc, std::size_t length) {
   if (length <= kLongestPlainContent) return kNullObject;
   NewObject attributes(Objects->NewDict(doc, false, 1));

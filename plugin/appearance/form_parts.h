@@ -33,12 +33,6 @@ ObjectHandle PutNewArray(ObjectHandle container, Atom key, ObjectDoc doc, std::u
 // The entry when it is a dictionary, otherwise a new one in its place.
 ObjectHandle EnsureDict(ObjectHandle container, Atom key, ObjectDoc doc, std::uint32_t capacity);
 
-// Puts an object that already sits somewhere: by reference when it is indirect, else a copy.
-void PutShared(ObjectHandle container, Atom key, ObjectDoc doc, ObjectHandle object);
-
-// Removes an entry and puts it into another container, under the same key.
-void MoveEntry(ObjectHandle from, ObjectHandle to, Atom key, ObjectDoc doc);
-
 // Attributes of a stream for so many bytes of content: compressed when it is long enough to gain,
 // the null object when not.
 ObjectHandle ContentAttributes(ObjectDoc doc, std::size_t length);

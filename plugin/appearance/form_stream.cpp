@@ -3,6 +3,7 @@
 #include "plugin/appearance/font_resources.h"
 #include "plugin/appearance/form_parts.h"
 #include "plugin/host/owned_files.h"
+#include "plugin/model/field_dicts.h"
 #include "plugin/model/form_dict.h"
 #include "plugin/model/keys.h"
 
@@ -30,11 +31,11 @@ bool PutFont(ObjectHandle resources, ObjectDoc objects, const ContentWriter& wri
 
   const ObjectHandle fonts = PutNewDict(resources, key::Font, objects, 2);
   const Atom ownKey = found ? FontKeyOf(font) : kNoAtom;
-  if (found) PutShared(fonts, ownKey, objects, font);
+  if (found) PutCopy(fonts, ownKey, font);
   if (name == kNoAtom || name == ownKey) return true;
   ObjectHandle selected = FormFontNamed(doc, name, baseFont);
   if (IsNull(selected)) selected = found ? font : FindOrMakeFontDict(doc, key::Helvetica);
-  PutShared(fonts, name, objects, selected);
+  PutCopy(fonts, name, selected);
   return true;
 }
 
@@ -57,7 +58,7 @@ bool PutResources(ObjectHandle dict, ObjectDoc doc, const ContentWriter& writer)
     if (writer.font.baseFont != 0 && !PutFont(resources, doc, writer)) return false;
   }
   if ((writer.flags & kWriterUsesIcon) != 0 && !IsNull(writer.icon)) {
-    PutShared(PutNewDict(resources, key::XObject, doc, 1), key::FRM, doc, writer.icon);
+    PutCopy(PutNewDict(resources, key::XObject, doc, 1), key::FRM, writer.icon);
   }
   return true;
 }

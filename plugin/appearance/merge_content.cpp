@@ -10,6 +10,7 @@
 #include "plugin/appearance/form_parts.h"
 #include "plugin/appearance/form_stream.h"
 #include "plugin/host/owned_files.h"
+#include "plugin/model/field_dicts.h"
 #include "plugin/model/keys.h"
 
 namespace quillform {
@@ -229,7 +230,7 @@ void AddLookFont(ObjectHandle resources, ObjectDoc doc, const TextAppearance& lo
   const Atom name = look.fontResource == kNoAtom ? ShortNameOf(look.baseFont) : look.fontResource;
   const ObjectHandle font = EntryOf(EntryOf(formResources, key::Font), name);
   if (!IsNull(EntryOf(EntryOf(resources, key::Font), name)) || IsNull(font)) return;
-  PutShared(EnsureDict(resources, key::Font, doc, 1), name, doc, font);
+  PutCopy(EnsureDict(resources, key::Font, doc, 1), name, font);
 }
 
 void GiveResources(ObjectHandle oldDict, ObjectHandle dict, ObjectDoc doc,
@@ -237,7 +238,7 @@ void GiveResources(ObjectHandle oldDict, ObjectHandle dict, ObjectDoc doc,
   const ObjectHandle resources = Objects->DictGet(oldDict, key::Resources);
   if (IsKind(resources, ObjectKind::kDict)) {
     AddLookFont(resources, doc, look, formResources);
-    MoveEntry(oldDict, dict, key::Resources, doc);
+    MoveEntry(oldDict, dict, key::Resources);
   } else if (IsKind(formResources, ObjectKind::kDict)) {
     NewObject copy(Objects->CopyObject(formResources, doc));
     Objects->DictPut(dict, key::Resources, copy.handle);

@@ -9,6 +9,7 @@
 #include "plugin/appearance/form_stream.h"
 #include "plugin/appearance/text_layout.h"
 #include "plugin/appearance/widget_entries.h"
+#include "plugin/model/field_dicts.h"
 #include "plugin/model/field_tree.h"
 #include "plugin/model/field_values.h"
 #include "plugin/model/keys.h"
@@ -82,8 +83,7 @@ void GiveResourcesBack(AnnotHandle annot, const BuiltStream& built) {
   if (IsNull(built.donor) || Objects->Equal(AppearanceOf(annot, key::N, kNoAtom), built.stream)) {
     return;
   }
-  MoveEntry(Objects->StreamDict(built.stream), Objects->StreamDict(built.donor), key::Resources,
-            ObjectDocOfAnnot(annot));
+  MoveEntry(Objects->StreamDict(built.stream), Objects->StreamDict(built.donor), key::Resources);
 }
 
 }  // namespace

@@ -3,6 +3,7 @@
 #include "plugin/appearance/form_parts.h"
 #include "plugin/appearance/form_stream.h"
 #include "plugin/appearance/widget_entries.h"
+#include "plugin/model/field_dicts.h"
 #include "plugin/model/keys.h"
 
 namespace quillform {
@@ -53,7 +54,7 @@ void MoveMKToAnnot(ObjectHandle annotDict) {
   if (IsKind(EntryOf(annotDict, key::MK), ObjectKind::kDict)) return;
   const ObjectHandle mk = NormalAppearanceEntry(annotDict, key::MK, ObjectKind::kDict);
   if (IsNull(mk)) return;
-  PutShared(annotDict, key::MK, Objects->DocumentOf(annotDict), mk);
+  PutCopy(annotDict, key::MK, mk);
   const ObjectHandle normal = EntryOf(EntryOf(annotDict, key::AP), key::N);
   if (IsKind(normal, ObjectKind::kDict)) {
     Objects->EnumDict(normal, Wrap<&RemoveStateMK>, nullptr);

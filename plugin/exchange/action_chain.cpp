@@ -5,6 +5,7 @@
 
 #include "plugin/appearance/form_parts.h"
 #include "plugin/exchange/triggers.h"
+#include "plugin/model/field_dicts.h"
 #include "plugin/model/keys.h"
 
 namespace quillform {
@@ -51,7 +52,7 @@ bool WalkActions(ChainWalk* walk, ActionHandle action) {
 ObjectHandle NewGoTo(ObjectDoc doc, ObjectHandle destination) {
   NewObject action(Objects->NewDict(doc, false, 2));
   Objects->DictPut(action.handle, key::S, Objects->NewName(doc, false, Core->AtomFromName("GoTo")));
-  PutShared(action.handle, Core->AtomFromName("D"), doc, destination);
+  PutCopy(action.handle, Core->AtomFromName("D"), destination);
   return action.Release();
 }
 

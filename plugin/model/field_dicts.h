@@ -37,6 +37,7 @@ void RemoveEntry(ObjectHandle dict, Atom key);
 // Puts a value into a dictionary, of the same document or of another: an indirect object of the
 // same document is shared, anything else is copied.
 void PutCopy(ObjectHandle dict, Atom key, ObjectHandle value);
+// Does nothing when there is no such entry.
 void MoveEntry(ObjectHandle from, ObjectHandle to, Atom key);
 
 // Copies each entry that `to` lacks and `wanted` (key) takes.

@@ -59,6 +59,17 @@ Json FieldJson(const FieldEntry& entry, const FieldDetails& details) {
           {"maxLength", details.maxLength == 0 ? Json() : Json(details.maxLength)}};
 }
 
+// An element of a list in JSON, written at once: a value for the whole list of a large form would
+// take many times its text.
+void AppendElement(const Json& element, std::string* list) {
+  *list += list->empty() ? "[" : ",";
+  *list += "\n  ";
+  for (const char character : element.dump(2)) {
+    *list += character;
+    if (character == '\n') *list += "  ";  // a text's own line ends are written otherwise
+  }
+}
+
 std::string Quoted(const std::string& text) { return '"' + Printable(text) + '"'; }
 
 std::string ValueLine(const FieldValueText& value) {
@@ -123,16 +134,15 @@ int RunFields(const FieldsArguments& arguments) {
   LoadFields(opened.doc);
   const std::vector<FieldEntry> fields = ListFields(opened.doc, &warnings);
   std::string text;
-  Json list = Json::array();
   for (const FieldEntry& entry : fields) {
     const FieldDetails details = ReadFieldDetails(entry);
     if (arguments.json) {
-      list.push_back(FieldJson(entry, details));
+      AppendElement(FieldJson(entry, details), &text);
     } else {
       text += FieldText(entry, details);
     }
   }
-  if (arguments.json) text = list.dump(2) + "\n";
+  if (arguments.json) text += text.empty() ? "[]\n" : "\n]\n";
   WriteStandardOutput(text);
   // What plug-ins failed in when the document was opened (an appearance, say) leaves the list as it
   // is; `fill` and `render` tell.

@@ -82,10 +82,7 @@ struct WatchedLink {
 DocView OpenForm(const WatchedLink& link, const std::string& url) {
   const FailureCode code =
       CallGuarded([&] { return link.table->OpenURL(nullptr, url.c_str(), 0); });
-  if (code != kErrorNone) {
-    for (const std::string& why : PlugInWarnings()) PrintError("", why);
-    FailWithCode(code);
-  }
+  if (code != kErrorNone) FailWithCode(code);
   DeliverWaitingData();
   const DocView view = viewer::ActiveDocView();
   if (view == nullptr) Fail(kErrorOpenDocument, "this address leads to no document");
@@ -167,7 +164,6 @@ int RunSubmit(const SubmitArguments& arguments) {
 
   const std::string problem = PressButton(action, view, &traffic, &warnings);
   if (!problem.empty()) {
-    for (const std::string& why : PlugInWarnings()) PrintError("", why);
     PrintError(arguments.url, problem + "; nothing was written");
     return kExitError;
   }

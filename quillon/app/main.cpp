@@ -229,12 +229,7 @@ std::string WhatIsWrong(const CLI::App& program, const CLI::ParseError& error) {
   return Printable(error.what());
 }
 
-int RunCommand(const CLI::App& program, const Arguments& arguments) {
-  UsePassword(arguments.passwordFile.empty() ? arguments.password
-                                             : PasswordFromFile(arguments.passwordFile));
-  std::vector<std::string> plugIns = arguments.plugIns;
-  if (program.got_subcommand("submit")) plugIns.insert(plugIns.begin(), LinkPlugInFile());
-  const Session session(plugIns, arguments.yes ? Answers::kAgreeing : Answers::kCautious);
+int RunNamed(const CLI::App& program, const Arguments& arguments) {
   if (program.got_subcommand("fields")) return RunFields(arguments.fields);
   if (program.got_subcommand("fill")) return RunFill(arguments.fill);
   if (program.got_subcommand("export")) return RunExport(arguments.exporting);
@@ -245,6 +240,27 @@ int RunCommand(const CLI::App& program, const Arguments& arguments) {
   if (program.got_subcommand("act")) return RunAct(arguments.act);
   if (program.got_subcommand("reset")) return RunReset(arguments.reset);
   return RunPlugins();
+}
+
+// What plug-ins failed in may be why a command fails.
+void TellOfPlugIns() {
+  for (const std::string& why : PlugInWarnings()) PrintWarning("", why);
+}
+
+int RunCommand(const CLI::App& program, const Arguments& arguments) {
+  UsePassword(arguments.passwordFile.empty() ? arguments.password
+                                             : PasswordFromFile(arguments.passwordFile));
+  std::vector<std::string> plugIns = arguments.plugIns;
+  if (program.got_subcommand("submit")) plugIns.insert(plugIns.begin(), LinkPlugInFile());
+  const Session session(plugIns, arguments.yes ? Answers::kAgreeing : Answers::kCautious);
+  try {
+    const int status = RunNamed(program, arguments);
+    if (status == kExitError) TellOfPlugIns();
+    return status;
+  } catch (const HostFailure&) {
+    TellOfPlugIns();
+    throw;
+  }
 }
 
 // What the host cannot know: how this program is given a password, and that a person may not know

@@ -78,7 +78,6 @@ DocView OpenThroughPlugIns(const std::string& file) {
   CallGuarded([&] { view = OfferedTables().viewer.OpenDocument(path, nullptr, nullptr, 0); });
   support::ReleasePath(path);
   if (view == nullptr) {
-    for (const std::string& why : PlugInWarnings()) PrintError("", why);
     Fail(kErrorOpenDocument, "the form that the data belongs to was not opened");
   }
   return view;

@@ -51,7 +51,7 @@ struct Cell {
 };
 
 inline constexpr std::uint32_t kIndirectParent = 0x80000000u;
-inline constexpr std::uint32_t kCellsPerPage = 4096;
+inline constexpr std::uint32_t kCellsPerPage = 512;
 
 struct CellTable {
   std::vector<std::unique_ptr<Cell[]>> pages;

@@ -6,6 +6,7 @@
 
 #include "quillon/objects/dictionary.h"
 #include "quillon/objects/load.h"
+#include "quillon/objects/security_handler.h"
 
 namespace quillon::objects {
 namespace {
@@ -83,7 +84,24 @@ void CopyElements(Copying& copying, std::uint32_t source, std::uint32_t target, 
   }
 }
 
-// The data are copied as they are stored.
+// The copy's data are encrypted as its own document has it, and that may know nothing of the
+// filter's name.
+void LeaveOutCryptFilter(Copying& copying, std::uint32_t source, std::uint32_t target, int depth) {
+  if (&copying.from == &copying.to || !HasCryptFilter(copying.from, source)) return;
+  for (const char* name : {"Filter", "DecodeParms"}) {
+    const NameCode key = NameFromText(copying.to, name);
+    const Value all = Dereference(copying.from, EntryValue(copying.from, source, name));
+    RemoveEntry(copying.to, target, key);
+    if (CellOf(copying.from, all, CellKind::kArray) == 0) continue;
+    const Value rest = CopyNested(copying, all, depth + 1);
+    if (CellAt(copying.to.cells, rest.payload).size > 0) {
+      RemoveElement(copying.to, rest.payload, 0);
+    }
+    SetEntry(copying.to, target, key, rest);
+  }
+}
+
+// The data are copied as they are stored, but for the encryption.
 void CopyStream(Copying& copying, std::uint32_t source, std::uint32_t target, int depth) {
   const std::string_view stored = StoredBytes(copying.from, source, 0);
   auto* body = AllocateArray<StreamBody>(copying.to.pool, 1);
@@ -93,6 +111,7 @@ void CopyStream(Copying& copying, std::uint32_t source, std::uint32_t target, in
   CellAt(copying.to.cells, target).data = body;
   const Value dict = CellValue(CellAt(copying.from.cells, source).capacity);
   const Value copy = CopyNested(copying, dict, depth + 1);
+  LeaveOutCryptFilter(copying, dict.payload, copy.payload, depth);
   CellAt(copying.to.cells, target).capacity = copy.payload;
   CellAt(copying.to.cells, copy.payload).parent = target;
 }

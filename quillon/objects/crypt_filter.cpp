@@ -125,6 +125,11 @@ void PushParts(Document& doc, std::uint32_t number, std::vector<std::uint32_t>* 
 
 }  // namespace
 
+bool HasCryptFilter(Document& doc, std::uint32_t streamDict) {
+  std::string name;
+  return NamedFilter(doc, streamDict, &name);
+}
+
 void DecryptStrings(Document& doc, std::uint32_t number, const Value& value) {
   const ObjectCipher cipher = CipherFor(doc, number);
   const ObjectSlot* slot = FindSlot(doc.objects, number);

@@ -120,7 +120,10 @@ std::string_view TextInFile(Document& doc, std::uint32_t number, const ObjectSlo
   if (word == "stream") {
     // Its end takes reading its dictionary.
     const std::uint32_t cell = CellOf(doc, LoadObject(doc, number), CellKind::kStream);
-    if (cell == 0) FailAt(cursor, "A stream has no dictionary");
+    if (cell == 0) {  // the word stands behind the end of something that is no stream
+      WarnOfMissingEnd(doc, number, slot.position);
+      return {};
+    }
     const std::string_view data = FileBytes(doc, cell, number);
     if (BodyOf(CellAt(doc.cells, cell)).lengthWrong) return {};
     cursor.at = data.data() + data.size();
@@ -266,6 +269,14 @@ std::string_view StringBytes(Document& doc, std::uint32_t stringCell) {
     cell.data = bytes;
   }
   return {TextOf(cell), cell.size};
+}
+
+std::string FirstFileId(Document& doc, std::uint32_t trailer) {
+  const std::uint32_t array = CellOf(doc, EntryValue(doc, trailer, "ID"), CellKind::kArray);
+  if (array == 0 || CellAt(doc.cells, array).size == 0) return {};
+  const Value first = ElementsOf(CellAt(doc.cells, array))[0];
+  const std::uint32_t string = CellOf(doc, first, CellKind::kString);
+  return string == 0 ? std::string() : std::string(StringBytes(doc, string));
 }
 
 }  // namespace quillon::objects

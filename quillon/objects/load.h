@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <string>
 #include <string_view>
 
 #include "quillon/objects/document.h"
@@ -41,6 +42,9 @@ Value EntryValue(Document& doc, std::uint32_t dictCell, std::string_view key);
 // The same with references followed and integers wanted; `otherwise` for everything else.
 std::int32_t IntegerEntry(Document& doc, std::uint32_t dictCell, std::string_view key,
                           std::int32_t otherwise);
+
+// The first string of a trailer's ID, which a file keeps for good; empty when there is none.
+std::string FirstFileId(Document& doc, std::uint32_t trailer);
 
 // The cell when a value (references followed) is one of that kind, else 0.
 std::uint32_t CellOf(Document& doc, const Value& value, CellKind kind);

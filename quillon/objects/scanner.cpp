@@ -157,14 +157,6 @@ void EnterMembers(Document& doc, const FoundObject& container) {
   }
 }
 
-void EnterObjects(Document& doc, const Findings& findings) {
-  for (const FoundObject& found : findings.objects) EnterFound(doc, found);
-  for (const FoundObject& found : findings.xrefStreams) {
-    ObjectSlot& slot = SlotFor(doc.objects, found.number);
-    if (slot.position == found.position) slot.structure = true;
-  }
-}
-
 void EnterAllMembers(Document& doc, const Findings& findings) {
   for (const FoundObject& container : findings.objectStreams) {
     try {
@@ -193,6 +185,22 @@ std::uint32_t TrailerAt(Document& doc, std::uint64_t position) {
     if (failure.code == kErrorBadFile) throw;
     Warn(doc, failure.what(), failure.objectNumber, failure.offset);
     return 0;
+  }
+}
+
+bool IsXrefStream(Document& doc, const FoundObject& found) {
+  const std::uint32_t dict = TrailerAt(doc, found.position);
+  if (dict == 0) return false;
+  const Value type = EntryValue(doc, dict, "Type");
+  return type.tag == ValueTag::kName && NameText(doc, type.payload) == "XRef";
+}
+
+void EnterObjects(Document& doc, const Findings& findings) {
+  for (const FoundObject& found : findings.objects) EnterFound(doc, found);
+  // They only looked like it: an object without an end of its own runs into the next one's text.
+  for (const FoundObject& found : findings.xrefStreams) {
+    ObjectSlot& slot = SlotFor(doc.objects, found.number);
+    if (slot.position == found.position && IsXrefStream(doc, found)) slot.structure = true;
   }
 }
 
@@ -257,6 +265,28 @@ std::uint32_t MakeTrailer(Document& doc, const std::vector<std::uint32_t>& trail
   return dict;
 }
 
+// Of a trailer that is cut off, the file's ID may be left: an array whose first string is whole; 0
+// when there is none.
+std::uint32_t FindFileId(Document& doc) {
+  constexpr std::string_view kKey = "/ID";
+  const std::size_t place = doc.text.rfind(kKey);
+  if (place == std::string_view::npos) return 0;
+  Cursor cursor = CursorAt(doc, place + kKey.size(), 0);
+  SkipSpace(cursor);
+  if (cursor.at == cursor.end || *cursor.at != '[') return 0;
+  ++cursor.at;
+  try {
+    const Value first = ParseValue(doc, cursor, kIndirectParent);
+    if (CellOf(doc, first, CellKind::kString) == 0) return 0;
+    const std::uint32_t array = NewCell(doc.cells, CellKind::kArray);
+    InsertElement(doc, array, 0, first);
+    return array;
+  } catch (const HostFailure& failure) {
+    if (failure.code == kErrorBadFile) throw;
+    return 0;
+  }
+}
+
 // Of an encrypted file whose trailer is lost, the encryption dictionary may still be there.
 std::uint32_t FindEncryption(Document& doc, const Findings& findings) {
   const std::size_t place = doc.text.rfind("/Standard");
@@ -272,6 +302,8 @@ std::uint32_t FindEncryption(Document& doc, const Findings& findings) {
   const std::uint32_t trailer = NewCell(doc.cells, CellKind::kDict);
   SetEntry(doc, trailer, NameFromText(doc, "Encrypt"),
            ReferenceTo(holder->number, holder->generation));
+  const std::uint32_t id = FindFileId(doc);
+  if (id != 0) SetEntry(doc, trailer, NameFromText(doc, "ID"), CellValue(id));
   return trailer;
 }
 
@@ -292,6 +324,17 @@ std::uint32_t ChooseTrailer(Document& doc, const std::vector<std::uint32_t>& tra
   return MakeTrailer(doc, trailers);
 }
 
+// What is written is encrypted as what was read, so that the trailer must say how.
+void TakeEncryption(Document& doc, std::uint32_t from, std::uint32_t to) {
+  if (from == to) return;
+  for (const char* name : {"Encrypt", "ID"}) {
+    const NameCode key = NameFromText(doc, name);
+    const Value value = EntryValue(doc, from, key);
+    RemoveEntry(doc, to, key);
+    if (value != kNullValue) SetEntry(doc, to, key, value);
+  }
+}
+
 }  // namespace
 
 void ScanDocument(Document& doc) {
@@ -306,11 +349,14 @@ void ScanDocument(Document& doc) {
     const std::uint32_t encryption = FindEncryption(doc, findings);
     if (encryption != 0) trailers.push_back(encryption);
   }
+  std::uint32_t encrypted = 0;
   for (const std::uint32_t trailer : trailers) {
-    if (PrepareDecryption(doc, trailer)) break;
+    if (encrypted == 0 && PrepareDecryption(doc, trailer)) encrypted = trailer;
   }
   EnterAllMembers(doc, findings);
-  AdoptTrailer(doc, ChooseTrailer(doc, trailers));
+  const std::uint32_t trailer = ChooseTrailer(doc, trailers);
+  if (encrypted != 0) TakeEncryption(doc, encrypted, trailer);
+  AdoptTrailer(doc, trailer);
 }
 
 }  // namespace quillon::objects

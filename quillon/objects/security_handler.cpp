@@ -21,14 +21,6 @@ std::string StringEntry(Document& doc, std::uint32_t dict, std::string_view key)
   return cell == 0 ? std::string() : std::string(StringBytes(doc, cell));
 }
 
-std::string FirstFileId(Document& doc, std::uint32_t trailer) {
-  const std::uint32_t array = CellOf(doc, EntryValue(doc, trailer, "ID"), CellKind::kArray);
-  if (array == 0 || CellAt(doc.cells, array).size == 0) return {};
-  const Value first = ElementsOf(CellAt(doc.cells, array))[0];
-  const std::uint32_t string = CellOf(doc, first, CellKind::kString);
-  return string == 0 ? std::string() : std::string(StringBytes(doc, string));
-}
-
 // Some producers write P as the unsigned number of the same bits.
 std::int32_t PermissionBits(Document& doc, std::uint32_t dict) {
   const Value value = Dereference(doc, EntryValue(doc, dict, "P"));
@@ -150,6 +142,19 @@ void DecryptWhatWasRead(Document& doc) {
   }
 }
 
+// Says why a file does not open; no password can help where the key's ingredients are lost.
+[[noreturn]] void FailPassword(const Document& doc, const PasswordData& data) {
+  if (doc.scanned && data.fileId.empty() && data.revision < 5) {
+    Fail(
+        kErrorBadFile,
+        "The file is encrypted, and its ID, from which the key is made, is lost: no password opens "
+        "it. Get a copy that is whole.");
+  }
+  Fail(kErrorPassword, doc.password.empty()
+                           ? "The file is encrypted; it takes a password to open it."
+                           : "The file is encrypted under another password than the one given.");
+}
+
 }  // namespace
 
 bool PrepareDecryption(Document& doc, std::uint32_t trailerDict) {
@@ -162,15 +167,13 @@ bool PrepareDecryption(Document& doc, std::uint32_t trailerDict) {
   if (handler != "Standard") FailUnknown("the handler is \"" + handler + "\".");
   auto protection = std::make_shared<Protection>();
   ReadMethods(doc, dict, protection.get());
-  const std::optional<FileKey> key =
-      FindKey(ReadPasswordData(doc, dict, trailerDict), doc.password);
+  const PasswordData data = ReadPasswordData(doc, dict, trailerDict);
+  const std::optional<FileKey> key = FindKey(data, doc.password);
   // Where nothing but attachments is encrypted, the rest is open to all.
   const bool filesOnly = protection->strings == CryptMethod::kIdentity &&
                          protection->streams == CryptMethod::kIdentity;
   if (!key && !(filesOnly && doc.password.empty())) {
-    Fail(kErrorPassword, doc.password.empty()
-                             ? "The file is encrypted; it takes a password to open it."
-                             : "The file is encrypted under another password than the one given.");
+    FailPassword(doc, data);
   }
   if (key) {
     protection->key = key->bytes;

@@ -44,6 +44,9 @@ std::string EncryptedString(const ObjectCipher& cipher, std::string_view bytes);
 std::string EncryptedData(Document& doc, const ObjectCipher& cipher, std::uint32_t streamDict,
                           std::string_view bytes);
 
+// Whether the first filter of a stream is Crypt, which only its own document can undo.
+bool HasCryptFilter(Document& doc, std::uint32_t streamDict);
+
 // A stream's data in the file, decrypted. `streamDict` decides how.
 std::string DecryptedData(Document& doc, std::uint32_t number, std::uint32_t streamDict,
                           std::string_view bytes);

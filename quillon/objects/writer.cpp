@@ -37,16 +37,12 @@ std::string RandomId() {
 
 FileIds IdsFor(Document& doc) {
   if (!doc.isPdf) return {};
-  FileIds ids{RandomId(), {}};
-  const std::uint32_t array = CellOf(doc, EntryValue(doc, doc.trailer, "ID"), CellKind::kArray);
-  if (array != 0 && CellAt(doc.cells, array).size > 0) {
-    const Value first = ElementsOf(CellAt(doc.cells, array))[0];
-    const std::uint32_t string = CellOf(doc, first, CellKind::kString);
-    if (string != 0) ids.permanent = StringBytes(doc, string);
-  }
+  const std::string permanent = FirstFileId(doc, doc.trailer);
+  // Its key was made without an ID and would be another with one.
+  if (permanent.empty() && doc.protection) return {};
+  const std::string fresh = RandomId();
   // A file that never had an ID gets the same one twice: nothing was changed under it.
-  ids.changing = array != 0 ? RandomId() : ids.permanent;
-  return ids;
+  return {permanent.empty() ? fresh : permanent, fresh};
 }
 
 // Objects in the order in which the file has them, then the new ones.

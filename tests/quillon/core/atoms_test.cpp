@@ -4,7 +4,6 @@
 
 #include <string>
 
-#include "quillon/core/operations.h"
 #include "tests/support/test_host.h"
 
 namespace quillon {
@@ -20,20 +19,6 @@ TEST(Atoms, ANameKeepsItsAtomWhileTheTableFillsUpAndAfterwards) {
     ASSERT_EQ(atom, i + 1);
     ASSERT_EQ(AtomName(table, atom), name);
   }
-}
-
-TEST(Atoms, NamesThatAreEmptyLongOrNotAsciiAreKeptWhole) {
-  AtomTable table;
-  const std::string lengthy(100000, 'x');
-  const Atom empty = InternName(table, "");
-  const Atom before = InternName(table, "before");
-  const Atom longAtom = InternName(table, lengthy);
-  const Atom after = InternName(table, "\xFF\x80");
-  EXPECT_STREQ(AtomName(table, empty), "");
-  EXPECT_STREQ(AtomName(table, before), "before");
-  EXPECT_EQ(AtomName(table, longAtom), lengthy);
-  EXPECT_STREQ(AtomName(table, after), "\xFF\x80");
-  EXPECT_EQ(InternName(table, lengthy), longAtom);
 }
 
 }  // namespace

@@ -1,16 +1,11 @@
 #include <gtest/gtest.h>
 
-#include <string>
-
 #include "quillon/core/guard.h"
 #include "quillon/core/operations.h"
-#include "quillon/support/operations.h"
 #include "tests/support/test_host.h"
 
 namespace quillon {
 namespace {
-
-using test::RaisedBy;
 
 // A plug-in's own block: its restore routine throws the plug-in's own type.
 struct PlugInError {
@@ -42,11 +37,6 @@ CoreTable Table() {
   return table;
 }
 
-std::string TextOf(FailureCode code) {
-  char text[200];
-  return support::ErrorText(code, text, sizeof text);
-}
-
 TEST(Frames, ARaiseDestroysWhatLiesBetweenAndEndsInTheInnermostBlock) {
   const CoreTable table = Table();
   int destroyed = 0;
@@ -75,29 +65,6 @@ TEST(Frames, ARaiseDestroysWhatLiesBetweenAndEndsInTheInnermostBlock) {
   EXPECT_TRUE(outerRaised);
   EXPECT_EQ(destroyed, 3);
   EXPECT_EQ(OpenFrameCount(), 0U);
-}
-
-TEST(Frames, AFailureOfTheHostIsRaisedByItsTableAndKeepsItsTextWhenRaisedAgain) {
-  const CoreTable table = Table();
-  std::string text;
-  try {
-    CallGuarded([&] {
-      FailureCode code = 0;
-      try {
-        PlugInBlock block;
-        table.AtomFromName(nullptr);
-      } catch (const PlugInError& error) {
-        code = error.code;
-      }
-      EXPECT_EQ(code, kErrorBadParameter);
-      EXPECT_EQ(TextOf(code), "a name is missing");
-      EXPECT_EQ(RaisedBy([&] { table.Raise(kErrorBadFile); }), kErrorBadFile);
-      table.Raise(code);
-    });
-  } catch (const HostFailure& failure) {
-    text = failure.what();
-  }
-  EXPECT_EQ(text, "a name is missing");
 }
 
 TEST(Frames, ABlockLeftOpenInsideAHostBlockIsDroppedWithIt) {

@@ -28,65 +28,45 @@ struct FakePlugIn {
 };
 FakePlugIn fake;
 
+// The routines of the first such plug-in or of a second, whose steps are noted with its number.
+template <int number>
 Boolean Note(const char* step) {
-  fake.calls.push_back(step);
+  fake.calls.push_back(step + std::string(number == 1 ? "" : " 2"));
   if (fake.raising == step) fake.core->Raise(kErrorNoMemory);
   return fake.failing == step ? 0 : 1;
 }
-
-Boolean Export() { return Note("export"); }
-Boolean Import() { return Note("import"); }
-Boolean Initialise() { return Note("initialise"); }
-Boolean Unload() { return Note("unload"); }
 
 Callback Make(LifecycleRoutine routine) {
   return fake.core->MakeCallback(fake.extension, reinterpret_cast<Callback>(routine));
 }
 
+template <int number>
 Boolean Handshake(std::uint32_t version, HandshakeRecord* record) {
   if (version != kHandshakeVersion) return 0;
-  record->extensionName = fake.core->AtomFromName("Fake");
-  record->exportTables = Make(&Export);
-  record->importTables = Make(&Import);
-  record->initialise = Make(&Initialise);
-  record->unload = Make(&Unload);
-  return Note("handshake");
+  record->extensionName = fake.core->AtomFromName(number == 1 ? "Fake" : "Second");
+  record->exportTables = Make([] { return Note<number>("export"); });
+  record->importTables = Make([] { return Note<number>("import"); });
+  record->initialise = Make([] { return Note<number>("initialise"); });
+  record->unload = Make([] { return Note<number>("unload"); });
+  return Note<number>("handshake");
 }
 
+template <int number>
 Boolean Setup(std::uint32_t version, SetupRecord* record) {
   if (version != kSetupVersion || record->version != kSetupVersion) return 0;
   fake.core = record->core;
   fake.extension = record->extension;
   record->handshake =
-      fake.core->MakeCallback(fake.extension, reinterpret_cast<Callback>(&Handshake));
-  return Note("setup");
+      fake.core->MakeCallback(fake.extension, reinterpret_cast<Callback>(&Handshake<number>));
+  return Note<number>("setup");
 }
 
+template <int number>
 Boolean Main(std::uint32_t offered, std::uint32_t* chosen, SetupRoutine* setup,
              const PlatformData* platform) {
   fake.platform = *platform;
   *chosen = fake.chosen != 0 ? fake.chosen : std::min(offered, kHandshakeVersion);
-  *setup = &Setup;
-  return 1;
-}
-
-// A second one, to see the order of several.
-Boolean SetupSecond(std::uint32_t, SetupRecord* record) {
-  record->handshake = reinterpret_cast<Callback>(+[](std::uint32_t, HandshakeRecord* second) {
-    const auto step = [](LifecycleRoutine routine) { return reinterpret_cast<Callback>(routine); };
-    second->extensionName = fake.core->AtomFromName("Second");
-    second->importTables = step([] { return Note("import 2"); });
-    second->initialise = step([] { return Note("initialise 2"); });
-    second->unload = step([] { return Note("unload 2"); });
-    return Boolean{1};
-  });
-  return 1;
-}
-
-Boolean MainSecond(std::uint32_t offered, std::uint32_t* chosen, SetupRoutine* setup,
-                   const PlatformData*) {
-  *chosen = offered;
-  *setup = &SetupSecond;
+  *setup = &Setup<number>;
   return 1;
 }
 
@@ -108,12 +88,12 @@ struct PlugInTest : ::testing::Test {
 
 TEST_F(PlugInTest, EveryStepIsTakenInOrderAndAllImportsComeBeforeTheFirstInitialisation) {
   int module = 0;
-  const PlugIn& plugIn = AttachPlugIn(&Main, &module);
+  const PlugIn& plugIn = AttachPlugIn(&Main<1>, &module);
   EXPECT_EQ(plugIn.extensionName, "Fake");
   EXPECT_EQ(fake.platform.moduleInstance, &module);
   EXPECT_EQ(LiveCallbackCount(plugIn.id), 5U);
   EXPECT_EQ(fake.calls, (Calls{"setup", "handshake", "export"}));
-  AttachPlugIn(&MainSecond, nullptr);
+  AttachPlugIn(&Main<2>, nullptr);
 
   fake.calls.clear();
   InitialisePlugIns();
@@ -130,12 +110,12 @@ TEST_F(PlugInTest, EveryStepIsTakenInOrderAndAllImportsComeBeforeTheFirstInitial
 }
 
 TEST_F(PlugInTest, AnOlderHostIsAnsweredWithItsOwnVersionAndTheHandshakeThenRefused) {
-  EXPECT_EQ(RaisedBy([] { AttachPlugIn(&Main, nullptr, 0x10000); }), kErrorGeneral);
+  EXPECT_EQ(RaisedBy([] { AttachPlugIn(&Main<1>, nullptr, 0x10000); }), kErrorGeneral);
   EXPECT_EQ(fake.calls, (Calls{"setup"}));
   EXPECT_TRUE(PlugIns().empty());
   fake = {};
   fake.chosen = 0x30000;  // which was not offered
-  EXPECT_EQ(RaisedBy([] { AttachPlugIn(&Main, nullptr); }), kErrorGeneral);
+  EXPECT_EQ(RaisedBy([] { AttachPlugIn(&Main<1>, nullptr); }), kErrorGeneral);
   EXPECT_TRUE(fake.calls.empty());
 }
 
@@ -144,7 +124,7 @@ TEST_F(PlugInTest, AFailedInitialisationIsReportedAndStillUnloaded) {
     fake = FakePlugIn{};
     reports.clear();
     (raises ? fake.raising : fake.failing) = "initialise";
-    AttachPlugIn(&Main, nullptr);
+    AttachPlugIn(&Main<1>, nullptr);
     InitialisePlugIns();
     EXPECT_FALSE(PlugIns()[0].initialised);
     ASSERT_EQ(reports.size(), 1U);
@@ -159,7 +139,7 @@ TEST_F(PlugInTest, AFailedExportKeepsThePlugInFromStartingButNotFromUnloading) {
   for (const bool raises : {false, true}) {
     (raises ? fake.raising : fake.failing) = "export";
     const FailureCode expected = raises ? kErrorNoMemory : kErrorGeneral;
-    EXPECT_EQ(RaisedBy([] { AttachPlugIn(&Main, nullptr); }), expected);
+    EXPECT_EQ(RaisedBy([] { AttachPlugIn(&Main<1>, nullptr); }), expected);
     InitialisePlugIns();
     StopHost();
     EXPECT_EQ(fake.calls, (Calls{"setup", "handshake", "export", "unload"}));

@@ -4,7 +4,6 @@
 
 #include <functional>
 
-#include "quillon/core/operations.h"
 #include "quillon/document/names.h"
 #include "quillon/document/notify.h"
 #include "quillon/document/open_document.h"
@@ -18,23 +17,10 @@ namespace {
 
 using test::RaisedBy;
 
-struct Heard {
-  std::uint32_t number;
-  std::int32_t page;
-  Atom key;
-};
-std::vector<Heard> heard;
-std::function<void()> whenHeard;
+std::function<void()> whenRemoved;
 
-template <std::uint32_t number>
-void Hear(AnnotHandle, std::int32_t page, Atom key, FailureCode, void*) {
-  heard.push_back({number, page, key});
-  if (whenHeard) whenHeard();
-}
-
-template <std::uint32_t number>
-void Listen() {
-  AddSubscriber({number, 1, reinterpret_cast<Callback>(&Hear<number>), nullptr});
+void WillRemove(AnnotHandle, std::int32_t, Atom, FailureCode, void*) {
+  if (whenRemoved) whenRemoved();
 }
 
 // Page 1 has a direct Annots array with three annotations among other things, page 2 an indirect
@@ -59,28 +45,19 @@ std::string AnnotsPdf() {
 
 struct AnnotsTest : testing::Test {
   void SetUp() override {
-    heard.clear();
-    whenHeard = nullptr;
+    whenRemoved = nullptr;
     doc = test::OpenTestDocument(AnnotsPdf());
     for (std::uint32_t number = 0; number < 3; ++number) {
       pages.push_back(document::AcquirePage(doc, number));
     }
-    Listen<kNoteAnnotWillChange>();
-    Listen<kNoteAnnotChanged>();
-    Listen<kNoteAnnotAdded>();
-    Listen<kNoteAnnotWillRemove>();
+    AddSubscriber({kNoteAnnotWillRemove, 1, reinterpret_cast<Callback>(&WillRemove), nullptr});
   }
   void TearDown() override {
     for (const PageHandle page : pages) document::ReleasePage(page);
-    whenHeard = nullptr;
+    whenRemoved = nullptr;
   }
   AnnotHandle Annot(std::uint32_t number) {
     return document::AnnotFromDict(ObjectByNumber(document::ObjectDocOf(doc), number));
-  }
-  std::vector<std::uint32_t> HeardNumbers() {
-    std::vector<std::uint32_t> numbers;
-    for (const Heard& each : heard) numbers.push_back(each.number);
-    return numbers;
   }
 
   test::TestHost host;
@@ -122,49 +99,17 @@ TEST_F(AnnotsTest, PlacesFollowChangesOfTheArrays) {
   EXPECT_EQ(document::AnnotCount(pages[0]), 3U);
 }
 
-TEST_F(AnnotsTest, ChangesAreAnnouncedOnBothSides) {
-  const FixedRect rect = {0, 5 * kFixedOne, 5 * kFixedOne, 0};
-  document::AnnotSetRect(Annot(9), &rect);
-  document::SetAnnotFlags(Annot(12), 2);
-  ASSERT_EQ(heard.size(), 4U);
-  EXPECT_EQ(HeardNumbers(), (std::vector<std::uint32_t>{kNoteAnnotWillChange, kNoteAnnotChanged,
-                                                        kNoteAnnotWillChange, kNoteAnnotChanged}));
-  EXPECT_EQ(heard[1].page, 1);
-  EXPECT_EQ(heard[1].key, document::Names().Rect);
-  EXPECT_EQ(heard[2].page, -1);
-  EXPECT_EQ(heard[3].key, document::Names().F);
-  EXPECT_EQ(document::AnnotFlags(Annot(12)), 2U);
-}
-
-TEST_F(AnnotsTest, NewOnesStandAtTheEndOfTheirPage) {
-  const FixedRect rect = {0, 5 * kFixedOne, 5 * kFixedOne, 0};
-  const Atom subtype = core::AtomFromName("Widget");
-  const AnnotHandle first = document::NewAnnot(pages[2], subtype, &rect);
-  const AnnotHandle second = document::NewAnnot(pages[2], subtype, &rect);
-  document::InsertAnnot(pages[2], 1, Annot(12));
-  EXPECT_EQ(document::AnnotIndex(pages[2], first), 0);
-  EXPECT_EQ(document::AnnotIndex(pages[2], Annot(12)), 1);
-  EXPECT_EQ(document::AnnotIndex(pages[2], second), 2);
-  EXPECT_EQ(document::PageOfAnnot(second), 2);
-  EXPECT_EQ(document::AnnotSubtype(first), subtype);
-  EXPECT_EQ(HeardNumbers(), (std::vector<std::uint32_t>(3, kNoteAnnotAdded)));
-  const DocHandle other = test::OpenTestDocument(AnnotsPdf());
-  const PageHandle page = document::AcquirePage(other, 0);
-  EXPECT_EQ(RaisedBy([&] { document::InsertAnnot(page, 0, first); }), kErrorBadParameter);
-  document::ReleasePage(page);
-}
-
 TEST_F(AnnotsTest, RemovingTakesTheAnnotationEvenWhenItMovedMeanwhile) {
-  whenHeard = [&] {
-    whenHeard = nullptr;
+  whenRemoved = [&] {
+    whenRemoved = nullptr;
     document::InsertAnnot(pages[0], 0, Annot(12));
   };
   document::RemoveAnnot(pages[0], 0);
   EXPECT_EQ(document::PageOfAnnot(Annot(7)), -1);
   EXPECT_EQ(document::AnnotIndex(pages[0], Annot(12)), 0);
   EXPECT_EQ(document::AnnotCount(pages[0]), 3U);
-  whenHeard = [&] {
-    whenHeard = nullptr;
+  whenRemoved = [&] {
+    whenRemoved = nullptr;
     document::RemoveAnnot(pages[0], 0);
   };
   document::RemoveAnnot(pages[0], 0);

@@ -63,14 +63,5 @@ TEST_F(NotifyTest, SubscribersMayComeAndGoWhileBeingCalled) {
   EXPECT_EQ(heard, "acce");
 }
 
-TEST_F(NotifyTest, RemovingTakesOneEqualSubscriber) {
-  AddSubscriber(HearAs(0));
-  AddSubscriber(HearAs(0));
-  RemoveSubscriber(HearAs(1));
-  RemoveSubscriber(HearAs(0));
-  Send();
-  EXPECT_EQ(heard, "a");
-}
-
 }  // namespace
 }  // namespace quillon

@@ -3,8 +3,6 @@
 
 #include <gtest/gtest.h>
 
-#include <map>
-
 #include "quillon/core/operations.h"
 #include "quillon/document/notify.h"
 #include "quillon/document/open_document.h"
@@ -18,7 +16,6 @@ namespace quillon {
 namespace {
 
 using test::OpenTestDocument;
-using test::RaisedBy;
 using test::Ref;
 
 std::string lastNote;
@@ -26,11 +23,6 @@ std::string lastNote;
 void NoteInserted(DocHandle, std::int32_t after, std::uint32_t count, FailureCode error, void*) {
   lastNote = "inserted " + std::to_string(after) + " " + std::to_string(count) + " " +
              std::to_string(error);
-}
-
-void NoteDeletion(DocHandle doc, std::uint32_t first, std::uint32_t last, void*) {
-  lastNote = "deleting " + std::to_string(first) + " " + std::to_string(last) + " of " +
-             std::to_string(document::PageCount(doc));
 }
 
 // Pages with contents that tell them apart ("(A1) Tj"), in nodes of `perNode` pages that give the
@@ -66,7 +58,6 @@ struct PageEdit : testing::Test {
   PageEdit() {
     lastNote.clear();
     AddSubscriber({kNotePagesInserted, 0, reinterpret_cast<Callback>(&NoteInserted), nullptr});
-    AddSubscriber({kNotePagesWillDelete, 0, reinterpret_cast<Callback>(&NoteDeletion), nullptr});
   }
 
   // The contents of the pages, and a check of the page tree on the way.
@@ -185,22 +176,6 @@ TEST_F(PageEdit, AnExtractedFormKeepsTheKeyOfItsFile) {
   objects::DictPut(form, Name("Fields"), objects::NewArray(objectDoc, 0, 0));
   objects::DictPut(objects::DocRoot(objectDoc), Name("QuillForm"), form);
   EXPECT_NE(DocumentToBytes(doc).find("/Form "), std::string::npos);
-}
-
-TEST_F(PageEdit, DeletedPagesAreGoneFromTheFile) {
-  const DocHandle doc = OpenTestDocument(PagesPdf("A", 5, 2));
-  const PageHandle kept = document::AcquirePage(doc, 4);
-  const PageHandle deleted = document::AcquirePage(doc, 2);
-  DeletePages(doc, 1, 3);
-  EXPECT_EQ(lastNote, "deleting 1 3 of 5");
-  EXPECT_EQ(Shown(doc), "A1 A5");
-  EXPECT_EQ(document::PageNumber(kept), 1U);
-  EXPECT_EQ(RaisedBy([&] { return document::PageNumber(deleted); }), kErrorBadParameter);
-  document::ReleasePage(kept);
-  document::ReleasePage(deleted);
-  const std::string bytes = DocumentToBytes(doc);
-  EXPECT_EQ(bytes.find("(A3)"), std::string::npos);
-  EXPECT_EQ(Shown(OpenTestDocument(bytes)), "A1 A5");
 }
 
 }  // namespace

@@ -1,9 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "quillon/core/operations.h"
-#include "quillon/document/open_document.h"
 #include "quillon/document/operations.h"
-#include "quillon/objects/operations.h"
 #include "tests/support/pdf_builder.h"
 #include "tests/support/test_host.h"
 
@@ -57,16 +54,6 @@ TEST_F(PagesTest, EntriesAreInheritedFromTheNearestNode) {
   EXPECT_EQ(document::PageRotation(Acquire(doc, 2)), 90);
   ExpectBox(Box(doc, 0), 0, 500, 400, 0);
   ExpectBox(Box(doc, 2), 10, 500, 390, 20);
-}
-
-TEST_F(PagesTest, CyclesAndSharedNodesEnd) {
-  test::PdfBuilder pdf;
-  pdf.Add("<< /Pages 2 0 R >>");
-  pdf.Add("<< /Kids [3 0 R 2 0 R 4 0 R 4 0 R 3 0 R 7] /Count 1000000 >>");
-  pdf.Add("<< /Type /Page >>");
-  pdf.Add("<< /Kids [2 0 R 5 0 R] >>");
-  pdf.Add("<< /Type /Page /Kids [2 0 R] >>");
-  EXPECT_EQ(document::PageCount(test::OpenTestDocument(pdf.Finish(1))), 3U);
 }
 
 TEST_F(PagesTest, VeryDeepTreesAreBounded) {

@@ -65,58 +65,31 @@ TEST(TextEncoding, EveryFormOfATextStringBecomesUtf8) {
   EXPECT_EQ(PdfTextToUtf8("\xFE\xFF"), "");
 }
 
-TEST(HostText, GoesBothWaysWhereBothEncodingsHaveTheCharacter) {
-  std::size_t both = 0;
-  for (int byte = 0; byte < 256; ++byte) {
-    const std::string host = ByteString(byte);
-    const std::string pdf = Converted(document::HostToPDFText, host);
-    if (pdf == "?" && byte != '?') continue;
-    ++both;
-    EXPECT_EQ(Converted(document::PDFToHostText, pdf), host) << byte;
-  }
-  // All of Windows-1252 but its five free bytes, DEL, the no-break space and the soft hyphen.
-  EXPECT_EQ(both, 256U - 8U - 8U);
-}
-
 TEST(HostText, TakesUtf16AndMarksWhatItCannotHold) {
   EXPECT_EQ(Converted(document::PDFToHostText, std::string("\xFE\xFF\x20\xAC\x6F\x22", 6)),
             "\x80?");
   EXPECT_EQ(Converted(document::HostToPDFText, "\x80\x81"), "\xA0?");
 }
 
-TEST(HostText, IsCutToTheBufferAndTerminated) {
+TEST(NarrowText, KeepsDifferentTextsApartAndHasNoNul) {
+  const auto narrow = [](const std::string& text) {
+    return Converted(document::NarrowPDFText, text);
+  };
+  EXPECT_EQ(narrow("\xFE\xFF\x6F\x22"), "%u6F22");
+  EXPECT_NE(narrow("%u6F22"), "%u6F22") << "the same, spelled out";
+  EXPECT_EQ(narrow("100%"), "100%");
+  const std::string withNul = narrow(std::string("a\0b", 3));
+  EXPECT_NE(withNul, "ab");
+  EXPECT_EQ(withNul.find('\0'), std::string::npos);
+}
+
+TEST(TextBuffers, AreFilledToTheirEndAndTerminated) {
   char buffer[4] = {'x', 'x', 'x', 'x'};
   EXPECT_EQ(document::HostToPDFText("abcdef", 6, buffer, 3), 2U);
   EXPECT_STREQ(buffer, "ab");
   EXPECT_EQ(buffer[3], 'x');
   EXPECT_EQ(document::HostToPDFText("abc", 3, nullptr, 0), 0U);
-}
-
-TEST(NarrowText, KeepsDifferentTextsApartAndHasNoNul) {
-  const std::string texts[] = {
-      std::string("\xFE\xFF\x6F\x22", 4),                   // 漢
-      "%u6F22",                                             // the same, spelled out
-      std::string("\xFE\xFF\0%\0u\0006\0F\0002\0002", 14),  // spelled out in the wide form
-      std::string("a\0b", 3),
-      "ab",
-      std::string("\xFE\xFF\xD8\x3D\xDE\x00", 6),  // a surrogate pair
-      "100%",
-  };
-  EXPECT_EQ(Converted(document::NarrowPDFText, texts[0]), "%u6F22");
-  EXPECT_EQ(Converted(document::NarrowPDFText, texts[1]),
-            Converted(document::NarrowPDFText, texts[2]));
-  std::set<std::string> narrow;
-  for (const std::string& text : texts) {
-    narrow.insert(Converted(document::NarrowPDFText, text));
-    EXPECT_EQ(Converted(document::NarrowPDFText, text).find('\0'), std::string::npos);
-  }
-  EXPECT_EQ(narrow.size(), std::size(texts) - 1);
-  EXPECT_TRUE(narrow.contains("100%"));
-}
-
-TEST(NarrowText, AnswersTheWholeLengthForAnyBuffer) {
-  char buffer[4];
-  EXPECT_EQ(document::NarrowPDFText("\xFE\xFF\x6F\x22", 4, buffer, 4), 6U);
+  EXPECT_EQ(document::NarrowPDFText("\xFE\xFF\x6F\x22", 4, buffer, 4), 6U) << "the whole length";
   EXPECT_STREQ(buffer, "%u6");
   EXPECT_EQ(document::NarrowPDFText("abc", 3, nullptr, 0), 3U);
 }

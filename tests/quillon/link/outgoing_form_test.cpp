@@ -2,8 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
-
 #include "quillon/link/url_text.h"
 
 namespace quillon::link {

@@ -38,21 +38,6 @@ std::string ObjectStreamEntries(const std::string& data) {
   return "/Type/ObjStm/N 2/First " + std::to_string(FirstOf(data));
 }
 
-TEST(FileForms, NewestOfSeveralUpdatesWinsAndFreedObjectsAreNull) {
-  FileText file;
-  file.Object(1, kCatalog);
-  file.Object(2, kPages);
-  file.Object(3, "<</T(older)>>");
-  file.Object(4, "<</T(kept)>>");
-  file.Object(5, "<</T(deleted)>>");
-  const std::size_t first = file.Table("/Size 6/Root 1 0 R");
-  file.Object(3, "<</T(old)>>");
-  file.Table("/Size 6/Root 1 0 R/Prev " + std::to_string(first), {0, 5});
-  ExpectRoundTrip(file.bytes);
-  const OpenedDocument opened(file.bytes);
-  EXPECT_EQ(objects::TypeOf(opened.At(5)), ObjectKind::kNull);
-}
-
 std::string FileWithXrefStream() {
   FileText file;
   file.Object(1, kCatalog);
@@ -104,65 +89,6 @@ TEST(FileForms, HybridFilesHiddenObjectsAreSeenAndBecomeOrdinary) {
   const std::string saved = PdfToBytes(opened.doc);
   EXPECT_NE(saved.find("\nxref\n"), std::string::npos);
   EXPECT_EQ(saved.find("/ObjStm"), std::string::npos);
-}
-
-struct Damage {
-  const char* what;
-  const char* find;
-  const char* replace;
-};
-
-TEST(FileForms, ObjectsAreFoundByScanningWhenCrossReferencesAreWrong) {
-  const Damage damages[] = {
-      {"no table where startxref points", "xref\n0 1", "yref\n0 1"},
-      {"objects elsewhere", "\n%\xE2\xE3\xCF\xD3\n", "\n%\xE2\xE3\xCF\xD3\n% one more line\n"},
-      {"circle of sections", "/Prev 0000", "/Prev 0016"},
-  };
-  for (const Damage& damage : damages) {
-    SCOPED_TRACE(damage.what);
-    FileText file;
-    file.Object(1, kCatalog);
-    file.Object(2, kPages);
-    file.Object(3, "<</T(older)>>");
-    file.Object(4, "<</T(kept)>>");
-    file.Stream(5, "", "3 0 obj <</T(inside a stream)>> endobj");
-    file.Object(3, "<</T(old)>>");
-    file.Table("/Size 6/Prev 0000/Root 1 0 R");
-    file.bytes.replace(file.bytes.find(damage.find), std::string(damage.find).size(),
-                       damage.replace);
-    const OpenedDocument opened(file.bytes);
-    EXPECT_EQ(Text(Get(opened.At(3), "T")), "old");
-    EXPECT_EQ(Text(Get(opened.At(4), "T")), "kept");
-    EXPECT_FALSE(PdfWarnings(opened.doc).empty());
-  }
-}
-
-TEST(FileForms, ScanningFindsMembersOfObjectStreamsAndTheCatalog) {
-  std::string bytes = FileWithXrefStream();
-  bytes.replace(bytes.rfind("startxref"), 9, "endhere..");
-  const OpenedDocument file(bytes);
-  EXPECT_EQ(Text(Get(file.At(3), "T")), "old");
-  EXPECT_EQ(Text(Get(file.At(5), "T")), "last");
-  const OpenedDocument bare(std::string("%PDF-1.4\n7 0 obj <</Type/Catalog/Here true>> endobj"));
-  EXPECT_EQ(objects::BooleanValue(Get(bare.Root(), "Here")), 1);
-}
-
-TEST(FileForms, HostileFilesFailWithAPlaceInsteadOfCrashing) {
-  const std::string deep(5000, '[');
-  const std::string hostile[] = {deep, "<</A", "(no end", "<</A 1 2>>", "@", "<<1 2>>"};
-  for (const std::string& text : hostile) {
-    SCOPED_TRACE(text.substr(0, 10));
-    const std::string bytes = FileWithObject(text);
-    const OpenedDocument file(bytes);
-    try {
-      file.At(3);
-      ADD_FAILURE() << "read";
-    } catch (const HostFailure& failure) {
-      EXPECT_EQ(failure.code, kErrorBadObject);
-      EXPECT_EQ(failure.objectNumber, 3u);
-      EXPECT_GE(failure.offset, static_cast<std::int64_t>(bytes.find("3 0 obj")));
-    }
-  }
 }
 
 }  // namespace

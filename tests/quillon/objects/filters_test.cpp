@@ -61,18 +61,6 @@ TEST(Filters, LzwChangesItsWidthWhenEarlyChangeSays) {
   EXPECT_EQ(objects::DecodeLzw(LzwEncoded(text, false), false), text);
 }
 
-TEST(Filters, EncodersAreUndoneByDecoders) {
-  std::string data;
-  for (unsigned size = 0; size < 300; ++size) {
-    EXPECT_EQ(objects::DecodeAscii85(objects::EncodeAscii85(data)), data) << size;
-    EXPECT_EQ(objects::DecodeAsciiHex(objects::EncodeAsciiHex(data)), data) << size;
-    EXPECT_EQ(objects::DecodeFlate(objects::EncodeFlate(data)), data) << size;
-    data.push_back(static_cast<char>(size % 11 == 0 ? 0 : size * 37));
-  }
-  const std::string large(1000000, 'x');
-  EXPECT_EQ(objects::DecodeFlate(objects::EncodeFlate(large)), large);
-}
-
 TEST(Filters, PngPredictorsAreUndoneRowByRow) {
   // Rows of three bytes; the filters None, Sub, Up, Average, Paeth, each giving 10 20 30 ...
   const std::string rows =
@@ -88,25 +76,6 @@ TEST(Filters, PngPredictorsAreUndoneRowByRow) {
             "\x0A\x14\x1F"
             "\x0A\x15\x1F"
             "\x0A\x1F\x29"s);
-}
-
-TEST(Filters, DamagedAndUnknownDataFailNamingTheObject) {
-  const std::pair<const char*, const char*> damaged[] = {{"/Filter/FlateDecode", "not deflated"},
-                                                         {"/Filter/ASCII85Decode", "\x7F~>"},
-                                                         {"/Filter/ASCIIHexDecode", "xy>"},
-                                                         {"/Filter/DCTDecode", "..."},
-                                                         {"/Filter 12", "..."}};
-  for (const auto& [entries, data] : damaged) {
-    SCOPED_TRACE(entries);
-    const OpenedDocument file(FileWithObject(StreamText(entries, data)));
-    try {
-      DecodedStream(file.At(3));
-      ADD_FAILURE() << "decoded";
-    } catch (const HostFailure& failure) {
-      EXPECT_EQ(failure.code, kErrorBadStream);
-      EXPECT_EQ(failure.objectNumber, 3u);
-    }
-  }
 }
 
 TEST(Filters, AStreamThatExplodesIsStopped) {

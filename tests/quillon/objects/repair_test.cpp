@@ -30,30 +30,6 @@ std::string SavedAfterChange(ObjectDoc doc) {
   return PdfToBytes(doc);
 }
 
-TEST(Repair, StreamsEndWhereTheyCanOnlyEnd) {
-  struct Case {
-    const char* what;
-    const char* text;
-  };
-  const Case cases[] = {
-      {"too short", "<</Length 2>>\nstream\nabcdef\nendstream"},
-      {"too long", "<</Length 90>>\nstream\nabcdef\nendstream"},
-      {"none", "<<>>\nstream\nabcdef\nendstream"},
-      {"itself", "<</Length 3 0 R>>\nstream\nabcdef\nendstream"},
-      {"no endstream", "<</Length 2>>\nstream\nabcdef"},
-  };
-  for (const Case& one : cases) {
-    SCOPED_TRACE(one.what);
-    const OpenedDocument file(FileWithTwo(one.text, "<<>>\nstream\nother\nendstream"));
-    EXPECT_EQ(DecodedStream(file.At(3)), "abcdef");
-    EXPECT_TRUE(Tells(file.doc, "length of the stream", 3));
-    const OpenedDocument again(SavedAfterChange(file.doc));
-    EXPECT_EQ(DecodedStream(again.At(3)), "abcdef");
-    EXPECT_EQ(DecodedStream(again.At(4)), "other");
-    EXPECT_TRUE(PdfWarnings(again.doc).empty());
-  }
-}
-
 TEST(Repair, LastOfTwoEntriesCountsAndIsWrittenAlone) {
   std::string many = "<<";
   for (int i = 0; i < 100; ++i) many += "/K" + std::to_string(i) + " " + std::to_string(i);
@@ -79,68 +55,12 @@ TEST(Repair, WhatFollowsAnObjectAndIsNoneOfItIsNotWritten) {
   EXPECT_NE(saved.find("\n4 0 obj\nnull\nendobj\n"), std::string::npos);
 }
 
-// Offsets are told of objects in the file; one in an object stream stands where that does.
-TEST(Repair, TheCatalogThatWasFoundInAnObjectStreamIsToldAtItsPlace) {
-  FileText text;
-  text.Stream(2, "/Type/ObjStm/N 1/First 4", "1 0 <</Type/Catalog>>");
-  const OpenedDocument file(text.bytes);
-  const std::vector<FileWarning>& warnings = PdfWarnings(file.doc);
-  const auto told = std::find_if(warnings.begin(), warnings.end(), [](const FileWarning& warning) {
-    return warning.objectNumber == 1;
-  });
-  ASSERT_NE(told, warnings.end());
-  EXPECT_EQ(told->offset, static_cast<std::int64_t>(text.offsets.at(2)));
-}
-
 TEST(Repair, AnObjectThatCannotBeReadIsLeftOutOfTheWrittenFile) {
   const OpenedDocument file(FileWithTwo("<</A >> @ ]]", "<</Kept 3 0 R>>"));
   const OpenedDocument again(SavedAfterChange(file.doc));
   EXPECT_TRUE(Tells(file.doc, "It was left out", 3));
   EXPECT_EQ(objects::TypeOf(Get(again.At(4), "Kept")), ObjectKind::kNull);
   EXPECT_TRUE(PdfWarnings(again.doc).empty());
-}
-
-// A page tree as written, and the kids of its root after a save.
-std::vector<std::uint32_t> KidsAfterSave(const std::string& root, const std::string& page,
-                                         std::vector<FileWarning>* told) {
-  FileText text;
-  text.Object(1, "<</Type/Catalog/Pages 2 0 R>>");
-  text.Object(2, root);
-  text.Object(3, page);
-  text.Object(4, "<</Type/Annot/Subtype/Text/Rect[0 0 1 1]>>");
-  text.Table("/Size 5/Root 1 0 R");
-  const OpenedDocument file(text.bytes);
-  const OpenedDocument again(SavedAfterChange(file.doc));
-  *told = PdfWarnings(file.doc);
-  EXPECT_EQ(PdfToBytes(again.doc).find("null"), std::string::npos);
-  const ObjectHandle tree = Get(again.Root(), "Pages");
-  std::vector<std::uint32_t> numbers;
-  for (std::uint32_t i = 0; i < objects::ArrayLength(Get(tree, "Kids")); ++i) {
-    const ObjectHandle kid = objects::ArrayGet(Get(tree, "Kids"), i);
-    EXPECT_EQ(objects::NameValue(Get(kid, "Type")), Name("Page"));
-    EXPECT_TRUE(objects::Equal(Get(kid, "Parent"), tree));
-    numbers.push_back(ObjectNumberOf(kid));
-  }
-  EXPECT_EQ(objects::IntegerValue(Get(tree, "Count")), static_cast<std::int32_t>(numbers.size()));
-  return numbers;
-}
-
-TEST(Repair, PageTreesAreWrittenInOrder) {
-  const std::string page = "<</Type/Page/Parent 2 0 R/MediaBox[0 0 9 9]>>";
-  std::vector<FileWarning> told;
-  using Numbers = std::vector<std::uint32_t>;
-  EXPECT_EQ(KidsAfterSave("<</Type/Pages/Kids[3 0 R]/Count 1>>", page, &told), Numbers{3});
-  EXPECT_TRUE(told.empty()) << "a tree in order was changed: " << told.front().text;
-  EXPECT_EQ(
-      KidsAfterSave("<</Kids[null 2 0 R 3 0 R 7 99 0 R]/Count 9>>", "<</Parent 3 0 R>>", &told),
-      Numbers{3});
-  EXPECT_GE(told.size(), 5u);
-  EXPECT_EQ(KidsAfterSave("<</Type/Pages/Kids[3 0 R 3 0 R]/Count 2>>", page, &told),
-            (Numbers{3, 5}));
-  // A direct page gets a number; an annotation listed twice stays once.
-  EXPECT_EQ(
-      KidsAfterSave("<</Type/Pages/Kids[<</Annots[4 0 R null 4 0 R]>>]/Count 1>>", page, &told),
-      Numbers{5});
 }
 
 TEST(Repair, WarningsAreToldOnceAndNotWithoutEnd) {

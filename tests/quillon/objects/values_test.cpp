@@ -4,8 +4,6 @@
 namespace quillon::test {
 namespace {
 
-using namespace std::string_literals;
-
 TEST(Numbers, EveryFixedReadsBackFromItsText) {
   for (std::int64_t value = -0x80000000LL; value <= 0x7FFFFFFFLL; value += 65537 / 3) {
     std::string text;
@@ -75,17 +73,6 @@ TEST(Values, NamesAreUnescapedAndEscaped) {
   EXPECT_EQ(objects::NameValue(objects::ArrayGet(again.At(3), 4)), Name("C#00"));
 }
 
-TEST(Values, KindsConvertAsTheTableSays) {
-  const OpenedDocument file(FileWithObject("[-2.75 40000 -40000 true 6 0 R]"));
-  const ObjectHandle array = file.At(3);
-  EXPECT_EQ(objects::IntegerValue(objects::ArrayGet(array, 0)), -2);
-  EXPECT_EQ(objects::FixedValue(objects::ArrayGet(array, 1)), 0x7FFFFFFF);
-  EXPECT_EQ(objects::FixedValue(objects::ArrayGet(array, 2)), -0x7FFFFFFF - 1);
-  EXPECT_EQ(objects::TypeOf(objects::ArrayGet(array, 4)), ObjectKind::kNull);
-  EXPECT_THROW(objects::IntegerValue(objects::ArrayGet(array, 3)), HostFailure);
-  EXPECT_THROW(objects::DictGet(array, Name("K")), HostFailure);
-}
-
 TEST(Values, StaleHandlesFail) {
   ObjectHandle stale{};
   {
@@ -141,29 +128,6 @@ TEST(Containers, AnotherDocumentsObjectIsRefused) {
   const OpenedDocument other(FileWithObject("<</A[]>>"));
   EXPECT_THROW(objects::DictPut(file.At(3), Name("A"), Get(other.At(3), "A")), HostFailure);
   EXPECT_THROW(objects::DictPut(file.At(3), Name("A"), other.At(3)), HostFailure);
-}
-
-TEST(Copying, CirclesAndSharedPartsAreCopiedOnceIntoAnotherDocument) {
-  FileText text;
-  text.Object(1, "<</Type/Catalog/Entry 3 0 R>>");
-  text.Object(3, "<</Kids[4 0 R 4 0 R]/S(text)/N 1.50>>");
-  text.Object(4, "<</Parent 3 0 R/Next 5 0 R>>");
-  text.Stream(5, "/Prev 4 0 R", "data");
-  text.Table("/Size 6/Root 1 0 R");
-  const OpenedDocument target(NewPdf());
-  {
-    const OpenedDocument source(text.bytes);
-    objects::DictPut(target.Root(), Name("Copy"), objects::CopyObject(source.At(3), target.doc));
-  }
-  const OpenedDocument again(PdfToBytes(target.doc));
-  const ObjectHandle copy = Get(again.Root(), "Copy");
-  const ObjectHandle kid = objects::ArrayGet(Get(copy, "Kids"), 0);
-  EXPECT_TRUE(objects::Equal(kid, objects::ArrayGet(Get(copy, "Kids"), 1)));
-  EXPECT_TRUE(objects::Equal(Get(kid, "Parent"), copy));
-  EXPECT_EQ(DecodedStream(Get(kid, "Next")), "data");
-  EXPECT_TRUE(objects::Equal(Get(Get(kid, "Next"), "Prev"), kid));
-  EXPECT_EQ(Text(Get(copy, "S")), "text");
-  EXPECT_EQ(ObjectCount(again.doc), 6u);
 }
 
 }  // namespace

@@ -53,23 +53,6 @@ TEST(Paths, ARelativeTextIsTakenFromTheFolderOfTheOtherFile) {
   for (const PathHandle path : {base, sibling, above}) ReleasePath(path);
 }
 
-TEST(Paths, ACopyOutlivesItsOriginalAndAReleasedPathIsRefused) {
-  const std::size_t before = LivePathCount();
-  const PathHandle original = PathOf("a.pdf");
-  const PathHandle copy = support::CopyPath(original);
-  const std::string text = PathString(original);
-  ReleasePath(original);
-  EXPECT_EQ(PathString(copy), text);
-  EXPECT_EQ(RaisedBy([&] { PathString(original); }), kErrorBadParameter);
-  EXPECT_EQ(RaisedBy([&] { ReleasePath(original); }), kErrorBadParameter);
-  char cut[4];
-  EXPECT_EQ(support::PathText(copy, cut, sizeof cut), text.size());
-  EXPECT_EQ(std::string(cut), text.substr(0, 3));
-  ReleasePath(copy);
-  EXPECT_EQ(LivePathCount(), before);
-  EXPECT_EQ(NewPath(nullptr, "", nullptr), nullptr);
-}
-
 TEST(Files, WhatIsWrittenIsReadBackFromAnyPosition) {
   const TemporaryFile temporary;
   const FileHandle file = Open(temporary.path, kOpenReadWrite);
@@ -89,24 +72,6 @@ TEST(Files, WhatIsWrittenIsReadBackFromAnyPosition) {
   EXPECT_EQ(support::CloseFile(file), kErrorNone);
   EXPECT_EQ(support::CloseFile(file), kErrorBadParameter);
   EXPECT_EQ(RaisedBy([&] { support::FileSize(file); }), kErrorBadParameter);
-}
-
-TEST(Files, OpeningToReadNeedsTheFileAndOpeningToWriteEmptiesIt) {
-  const TemporaryFile temporary;
-  FileHandle file = nullptr;
-  EXPECT_EQ(support::OpenFile(temporary.path, kOpenRead, &file), kErrorOpenFile);
-  EXPECT_EQ(file, nullptr);
-  EXPECT_EQ(support::OpenFile(temporary.path, 99, &file), kErrorBadParameter);
-  EXPECT_EQ(support::OpenFile(nullptr, kOpenRead, &file), kErrorBadParameter);
-
-  for (const std::uint16_t mode : {kOpenWrite, kOpenReadWrite, kOpenReplace}) {
-    const FileHandle made = Open(temporary.path, mode);
-    EXPECT_EQ(support::FileSize(made), 0U);
-    support::WriteFile(made, "left over", 9);
-    EXPECT_EQ(support::CloseFile(made), kErrorNone);
-  }
-  EXPECT_EQ(support::DeleteFile(temporary.path), kErrorNone);
-  EXPECT_NE(support::DeleteFile(temporary.path), kErrorNone);
 }
 
 }  // namespace

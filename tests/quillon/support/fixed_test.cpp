@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <cmath>
 #include <cstdint>
 #include <limits>
 #include <random>
@@ -11,25 +13,14 @@
 namespace quillon::support {
 namespace {
 
-using Wide = __int128;
-
 constexpr Fixed kLargest = std::numeric_limits<Fixed>::max();
 constexpr Fixed kSmallest = std::numeric_limits<Fixed>::min();
 
 // The quotient to nearest, halves away from zero, held to the range: another way than the code's.
-Fixed Rounded(Wide numerator, Wide denominator) {
-  if (denominator < 0) {
-    numerator = -numerator;
-    denominator = -denominator;
-  }
-  const bool negative = numerator < 0;
-  const Wide magnitude = negative ? -numerator : numerator;
-  Wide quotient = magnitude / denominator;
-  if (2 * (magnitude % denominator) >= denominator) ++quotient;
-  if (negative) quotient = -quotient;
-  if (quotient > kLargest) return kLargest;
-  if (quotient < kSmallest) return kSmallest;
-  return static_cast<Fixed>(quotient);
+Fixed Rounded(std::int64_t numerator, std::int64_t denominator) {
+  const long double quotient =
+      static_cast<long double>(numerator) / static_cast<long double>(denominator);
+  return static_cast<Fixed>(std::clamp<long double>(std::round(quotient), kSmallest, kLargest));
 }
 
 // The corners, the neighbourhood of every power of two, and random values of every size.
@@ -62,9 +53,9 @@ TEST(FixedNumbers, ProductsAndQuotientsAreRoundedExactlyAndHeldToTheRange) {
   const std::vector<Fixed> values = Values();
   for (const Fixed a : values) {
     for (const Fixed b : values) {
-      ASSERT_EQ(FixedMul(a, b), Rounded(Wide{a} * b, 65536)) << a << " * " << b;
+      ASSERT_EQ(FixedMul(a, b), Rounded(std::int64_t{a} * b, 65536)) << a << " * " << b;
       if (b == 0) continue;
-      ASSERT_EQ(FixedDiv(a, b), Rounded(Wide{a} * 65536, b)) << a << " / " << b;
+      ASSERT_EQ(FixedDiv(a, b), Rounded(std::int64_t{a} * 65536, b)) << a << " / " << b;
     }
   }
   EXPECT_EQ(FixedDiv(1, 0), kLargest);

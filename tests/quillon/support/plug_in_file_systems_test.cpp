@@ -34,21 +34,19 @@ std::uint32_t Read(void*, void*, std::uint32_t) {
   heard += "read ";
   return 0;
 }
-std::uint32_t Write(void*, const void*, std::uint32_t) { return 0; }
-std::uint32_t Position(void*) { return 0; }
-void SetPosition(void*, std::uint32_t) {}
-std::uint32_t Size(void*) { return 0; }
+std::uint32_t Length(void*) { return 0; }
 
-constexpr FileSystemRecord kEmptyFile = {sizeof(FileSystemRecord),
-                                         &Resolve,
-                                         &Open,
-                                         &Close,
-                                         &Read,
-                                         &Write,
-                                         &Position,
-                                         &SetPosition,
-                                         &Size,
-                                         nullptr};
+constexpr FileSystemRecord kEmptyFile = {
+    sizeof(FileSystemRecord),
+    &Resolve,
+    &Open,
+    &Close,
+    &Read,
+    [](void*, const void*, std::uint32_t) -> std::uint32_t { return 0; },
+    &Length,
+    [](void*, std::uint32_t) {},
+    &Length,
+    nullptr};
 
 struct PlugInFiles : testing::Test {
   PlugInFiles() {

@@ -2,9 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "quillon/core/operations.h"
 #include "quillon/document/annots.h"
-#include "quillon/objects/operations.h"
 #include "quillon/objects/pdf_file.h"
 #include "quillon/viewer/open_view.h"
 #include "quillon/viewer/operations.h"

@@ -1,14 +1,12 @@
 #include <gtest/gtest.h>
 
-#include <string>
 #include <vector>
 
-#include "quillon/core/operations.h"
+#include "quillon/document/operations.h"
 #include "quillon/viewer/open_view.h"
 #include "quillon/viewer/operations.h"
 #include "quillon/viewer/painting.h"
 #include "quillon/viewer/pointer.h"
-#include "quillon/viewer/tools.h"
 #include "quillon/viewer/view_control.h"
 #include "tests/support/form_pdf.h"
 #include "tests/support/test_host.h"
@@ -18,38 +16,26 @@ namespace {
 
 using test::RaisedBy;
 
-std::string heard;
+std::vector<DeviceRect> drawn;
 std::vector<PaintedRect> painted;
 
-Atom ToolType(const ToolRecord*) { return core::AtomFromName("TestTool"); }
-void Activate(const ToolRecord*, Boolean persistent) { heard += persistent ? "on! " : "on "; }
-void Deactivate(const ToolRecord*) { heard += "off "; }
-Boolean Never(void* data) { return *static_cast<Boolean*>(data); }
-
+// Of the first annotation of the page.
 DeviceRect WidgetRect(PageView page) {
-  DeviceRect all{};
-  viewer::PageViewAperture(page, &all);
-  AnnotHandle annot{};
-  for (std::int16_t y = 0; y < all.bottom; ++y) {
-    for (std::int16_t x = 0; x < all.right; ++x) {
-      if (viewer::AnnotAtPoint(page, x, y, &annot) == 0) continue;
-      DeviceRect rect{};
-      viewer::AnnotDeviceRect(page, annot, &rect);
-      return rect;
-    }
-  }
-  return {};
+  const PageHandle shown = document::AcquirePage(viewer::DocOf(viewer::ActiveDocView()), 0);
+  DeviceRect rect{};
+  viewer::AnnotDeviceRect(page, document::AnnotAt(shown, 0), &rect);
+  document::ReleasePage(shown);
+  return rect;
 }
 
 struct InteractionTest : testing::Test {
   InteractionTest() {
-    heard.clear();
     painted.clear();
     view =
         OpenViewOfDocument(test::OpenTestDocument(test::FormPdf({test::WidgetField("Tx", "a")})));
     page = viewer::DocPageView(view);
     SetPaintRoutine([](DocView, const PaintedRect& rect) { painted.push_back(rect); });
-    SetRedrawRoutine([](DocView, const DeviceRect&) { heard += "drawn "; });
+    SetRedrawRoutine([](DocView, const DeviceRect& rect) { drawn.push_back(rect); });
   }
   ~InteractionTest() override {
     SetPaintRoutine(nullptr);
@@ -81,19 +67,22 @@ TEST_F(InteractionTest, AnAnnotationIsFoundUpToItsEdgesAndMovesWithTheView) {
   EXPECT_EQ(WidgetRect(page).left, 0) << "the corner given is one of what is shown now";
 }
 
-TEST_F(InteractionTest, AChangeOfSeveralStepsIsDrawnOnce) {
+TEST_F(InteractionTest, AChangeOfSeveralStepsIsDrawnOnceWithAllThatIsInvalid) {
+  const DeviceRect one = {10, 10, 20, 20};
+  const DeviceRect two = {15, 5, 40, 18};
   viewer::UpdateView(page);
-  heard.clear();
+  drawn.clear();
   viewer::PageViewBeginOp(page);
   viewer::PageViewBeginOp(page);
-  viewer::InvalidateRect(page, nullptr);
+  viewer::InvalidateRect(page, &one);
+  viewer::InvalidateRect(page, &two);
   viewer::UpdateView(page);
   viewer::PageViewEndOp(page);
-  EXPECT_EQ(heard, "");
+  EXPECT_TRUE(drawn.empty());
   viewer::PageViewEndOp(page);
-  EXPECT_EQ(heard, "drawn ");
   viewer::DrawNow(viewer::DocWindow(view));
-  EXPECT_EQ(heard, "drawn ") << "nothing was invalid any more";
+  ASSERT_EQ(drawn.size(), 1U) << "nothing was invalid any more";
+  ExpectRect(drawn[0], 10, 5, 40, 20);
   EXPECT_EQ(RaisedBy([&] { viewer::PageViewEndOp(page); }), kErrorBadParameter);
 }
 
@@ -123,68 +112,6 @@ TEST_F(InteractionTest, ATrackedRectangleFollowsTheMouseAndLeavesNoMark) {
   EXPECT_FALSE(viewer::TrackRect(page, 3, -2, &from, 1, 0, &rect)) << "released where it began";
   EXPECT_EQ(RaisedBy([&] { viewer::TrackRect(page, 0, 0, &from, 5, 0, &rect); }),
             kErrorBadParameter);
-}
-
-TEST_F(InteractionTest, TheButtonIsReleasedWhenNothingMoreHappens) {
-  QueueMouse({1, 2, true});
-  EXPECT_TRUE(viewer::MouseIsDown());
-  std::int16_t x = 0;
-  std::int16_t y = 0;
-  viewer::GetMousePosition(page, &x, &y);
-  EXPECT_EQ(x, 1);
-  EXPECT_EQ(y, 2);
-  EXPECT_FALSE(viewer::MouseIsDown());
-}
-
-TEST_F(InteractionTest, PaintHasThePageViewsColour) {
-  const ColourRec red = {1, kFixedOne, 0, 0, 0};
-  const DeviceRect rect = {1, 2, 3, 4};
-  viewer::PageViewSetColor(page, &red);
-  viewer::DrawRect(page, &rect);
-  viewer::DrawRectOutline(page, &rect, 2);
-  ASSERT_EQ(painted.size(), 2U);
-  EXPECT_EQ(painted[0].color.c1, kFixedOne);
-  EXPECT_EQ(painted[1].kind, PaintKind::kOutline);
-  EXPECT_EQ(painted[1].width, 2);
-}
-
-TEST_F(InteractionTest, ToolsTakeTurns) {
-  Boolean enabled = 0;
-  ToolRecord tool{};
-  tool.size = sizeof tool;
-  tool.getType = reinterpret_cast<Callback>(ToolType);
-  tool.activate = reinterpret_cast<Callback>(Activate);
-  tool.deactivate = reinterpret_cast<Callback>(Deactivate);
-  tool.computeEnabled = Never;
-  tool.computeEnabledData = &enabled;
-  viewer::RegisterTool(3, &tool);
-  const Atom type = ToolType(nullptr);
-  EXPECT_FALSE(viewer::ToolIsEnabled(type));
-  enabled = 1;
-  EXPECT_TRUE(viewer::ToolIsEnabled(type));
-  viewer::SetActiveTool(type, 1);
-  EXPECT_EQ(viewer::ActiveTool(), type);
-  EXPECT_EQ(viewer::LastTool(), viewer::DefaultTool());
-  viewer::SetActiveTool(viewer::DefaultTool(), 1);
-  EXPECT_EQ(viewer::LastTool(), type);
-  EXPECT_EQ(heard, "on! off ");
-  EXPECT_FALSE(viewer::ToolIsEnabled(core::AtomFromName("NoTool")));
-  EXPECT_EQ(RaisedBy([] { viewer::SetActiveTool(core::AtomFromName("NoTool"), 0); }),
-            kErrorBadParameter);
-}
-
-TEST_F(InteractionTest, ModalWindowsAndSettingsAreKept) {
-  const ModalWindowHandle window = viewer::RegisterModalWindow(3, 0, 0, 1, &heard);
-  EXPECT_EQ(ModalWindowCount(), 1U);
-  viewer::UnregisterModalWindow(window);
-  EXPECT_EQ(ModalWindowCount(), 0U);
-  EXPECT_EQ(RaisedBy([&] { viewer::UnregisterModalWindow(window); }), kErrorBadParameter);
-  viewer::SetAppFlag(62, 1);
-  EXPECT_EQ(AppFlag(62), 1U);
-  viewer::SetCursor(viewer::GetCursor(205));
-  EXPECT_EQ(viewer::CurrentCursor(), viewer::GetCursor(205));
-  ActionHandle action = nullptr;
-  EXPECT_FALSE(viewer::EditAction(&action, view, "Add an Action")) << "there is no editor";
 }
 
 }  // namespace

@@ -4,7 +4,6 @@
 
 #include <algorithm>
 
-#include "quillon/core/operations.h"
 #include "quillon/viewer/operations.h"
 #include "tests/support/test_host.h"
 
@@ -61,8 +60,6 @@ TEST_F(MenusTest, ItemsGoToTheirPlaceBesideAnAnchor) {
 
 void Count(void* clientData) { ++*static_cast<int*>(clientData); }
 Boolean Even(void* clientData) { return *static_cast<int*>(clientData) % 2 == 0; }
-void Refuse(void*) { core::Raise(kErrorBadObject); }
-
 TEST_F(MenusTest, RoutinesDecideWhatCanBeChosen) {
   int chosen = 0;
   const MenuItemHandle item = Add("Tools", "Test:Count", kMenuEnd);
@@ -77,9 +74,6 @@ TEST_F(MenusTest, RoutinesDecideWhatCanBeChosen) {
   EXPECT_FALSE(View("Tools", "Test:Count").marked);
   EXPECT_EQ(RaisedBy([&] { ExecuteMenuItem(item); }), kErrorGeneral);
   EXPECT_EQ(chosen, 1);
-  const MenuItemHandle refusing = Add("Tools", "Test:Refuse", kMenuEnd);
-  viewer::SetExecuteProc(refusing, Refuse, nullptr);
-  EXPECT_EQ(RaisedBy([&] { ExecuteMenuItem(refusing); }), kErrorBadObject);
 }
 
 }  // namespace

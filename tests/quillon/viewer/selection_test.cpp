@@ -15,8 +15,6 @@
 namespace quillon {
 namespace {
 
-using test::RaisedBy;
-
 std::string heard;
 std::function<void(DocView)> whenLost;
 

@@ -79,11 +79,17 @@ bool NodeIsWidget(FieldNode node) { return FieldNodeIsValid(node) && DictIsWidge
 
 bool FieldNodeIsTerminal(FieldNode node) {
   if (!FieldNodeIsValid(node) || (node->status & kNodeNonTerminal) != 0) return false;
-  for (FieldNode kid = node->firstKid; kid != nullptr; kid = kid->nextSibling) {
-    if (kid->name == node->name && (!FieldNodeIsValid(kid) || FieldNodeIsTerminal(kid))) continue;
+  TerminalField& terminal = node->record->terminal;
+  const FieldNode known = terminal.field == node ? terminal.kid : nullptr;
+  bool complete = true;  // one that is not yet may still get kids
+  for (FieldNode kid = node->firstKid; kid != known; kid = kid->nextSibling) {
+    const bool valid = FieldNodeIsValid(kid);
+    complete = complete && valid;
+    if (kid->name == node->name && (!valid || FieldNodeIsTerminal(kid))) continue;
     node->status |= kNodeNonTerminal;
     return false;
   }
+  if (complete && node->firstKid != nullptr) terminal = {node, node->firstKid};
   return true;
 }
 

@@ -238,6 +238,7 @@ void EmptyFormRecord(FormRecord& record) {
     }
   }
   record.recent = nullptr;
+  record.terminal = {};
   record.loaded = false;
   record.nodeCount = 0;
   record.volatileFields = VolatileIndex{};
@@ -298,6 +299,7 @@ FieldNode UnlinkNode(FieldNode node) {
   node->status |= kNodeIncomplete;
   --record.nodeCount;
   record.recent = nullptr;
+  if (node->parent != nullptr || node == record.terminal.field) record.terminal = {};
 
   if (entry->first == nullptr) {
     UnlinkEntry(record, entry);
@@ -328,6 +330,9 @@ bool LinkToParent(FieldNode node, FieldNode parent) {
     if (above == node) return false;
   }
   if (node->parent == parent) return true;
+  TerminalField& terminal = node->record->terminal;
+  const bool added = parent != nullptr && parent != terminal.field;
+  if (added || node == terminal.kid) terminal = {};
   if (FieldNode old = node->parent) {
     old->record->loadedKids.erase(old);
     if (node->previousSibling != nullptr) {

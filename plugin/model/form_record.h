@@ -61,11 +61,19 @@ struct VolatileIndex {
   std::unordered_set<std::uint64_t> listed;
 };
 
+// A field whose kids from one on were all found to bear its name; new kids come before them. Empty
+// as soon as any of that may have changed.
+struct TerminalField {
+  FieldNode field = nullptr;
+  FieldNode kid = nullptr;
+};
+
 struct FormRecord {
   FormRecord* next = nullptr;  // the list of records, newest first
   DocHandle doc = nullptr;
   ObjectDoc objectDoc = nullptr;
   FieldNode recent = nullptr;  // the node found last
+  TerminalField terminal;
   std::array<NameEntry*, kNameBuckets> buckets{};
   bool loaded = false;
   bool usable = false;

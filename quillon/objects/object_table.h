@@ -2,6 +2,7 @@
 // touched, its value.
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
 #include <memory>
 #include <vector>
@@ -56,6 +57,20 @@ inline ObjectSlot& SlotFor(ObjectTable& table, std::uint32_t number) {
   }
   if (number >= table.count) table.count = number + 1;
   return table.pages[page][number % ObjectTable::kPageSize];
+}
+
+// The numbers that have a slot, the lowest first; few of the possible ones may.
+inline std::vector<std::uint32_t> SlotNumbers(const ObjectTable& table) {
+  std::vector<std::uint32_t> numbers;
+  for (std::uint32_t page = 0; page < table.pages.size(); ++page) {
+    if (!table.pages[page]) continue;
+    const std::uint32_t first = page * ObjectTable::kPageSize;
+    const std::uint32_t end = std::min(first + ObjectTable::kPageSize, table.count);
+    for (std::uint32_t number = std::max(first, 1U); number < end; ++number) {
+      numbers.push_back(number);
+    }
+  }
+  return numbers;
 }
 
 inline bool InUse(const ObjectSlot& slot) { return slot.state >= SlotState::kInFile; }

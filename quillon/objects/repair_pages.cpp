@@ -213,10 +213,9 @@ void LeaveNode(Repair& repair) {
 // A tree of one level over all pages that can be read.
 std::uint32_t MakeTree(Document& doc) {
   const std::uint32_t kids = NewCell(doc.cells, CellKind::kArray);
-  const std::uint32_t count = doc.objects.count;
-  for (std::uint32_t number = 1; number < count; ++number) {
+  for (const std::uint32_t number : SlotNumbers(doc.objects)) {
     const ObjectSlot* slot = FindSlot(doc.objects, number);
-    if (slot == nullptr || !InUse(*slot)) continue;
+    if (!InUse(*slot)) continue;
     const Value value = ReferenceTo(number, slot->generation);
     const std::uint32_t dict = DictAt(doc, value);
     if (dict != 0 && TypeIs(doc, dict, "Page")) {

@@ -125,9 +125,9 @@ bool IsSettled(const ObjectSlot& slot) {
 }
 
 void ForgetEntries(Document& doc) {
-  for (std::uint32_t number = 1; number < doc.objects.count; ++number) {
+  for (const std::uint32_t number : SlotNumbers(doc.objects)) {
     ObjectSlot* slot = FindSlot(doc.objects, number);
-    if (slot == nullptr || (IsSettled(*slot) && !slot->loading)) continue;
+    if (IsSettled(*slot) && !slot->loading) continue;
     slot->state = SlotState::kUnknown;
   }
 }
@@ -240,9 +240,11 @@ bool LooksLikeCatalog(Document& doc, std::uint32_t number) {
 }
 
 std::uint32_t FindCatalog(Document& doc) {
-  for (std::uint32_t number = doc.objects.count - 1; number > 0; --number) {
-    if (LooksLikeCatalog(doc, number)) return number;
-  }
+  const std::vector<std::uint32_t> numbers = SlotNumbers(doc.objects);
+  const auto found = std::find_if(numbers.rbegin(), numbers.rend(), [&doc](std::uint32_t number) {
+    return LooksLikeCatalog(doc, number);
+  });
+  if (found != numbers.rend()) return *found;
   Fail(kErrorBadFile, "The file has no catalog: nothing says where its contents start.");
 }
 

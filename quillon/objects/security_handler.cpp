@@ -136,9 +136,9 @@ std::optional<FileKey> FindKey(const PasswordData& data, const std::string& pass
 
 // What was read before the key was known.
 void DecryptWhatWasRead(Document& doc) {
-  for (std::uint32_t number = 1; number < doc.objects.count; ++number) {
+  for (const std::uint32_t number : SlotNumbers(doc.objects)) {
     const ObjectSlot* slot = FindSlot(doc.objects, number);
-    if (slot != nullptr && slot->loaded) DecryptStrings(doc, number, slot->value);
+    if (slot->loaded) DecryptStrings(doc, number, slot->value);
   }
 }
 

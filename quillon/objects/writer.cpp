@@ -49,9 +49,9 @@ FileIds IdsFor(Document& doc) {
 std::vector<std::uint32_t> WritingOrder(const Document& doc) {
   std::vector<std::pair<std::uint64_t, std::uint32_t>> order;
   constexpr std::uint64_t kAfterAll = ~std::uint64_t{0};
-  for (std::uint32_t number = 1; number < doc.objects.count; ++number) {
+  for (const std::uint32_t number : SlotNumbers(doc.objects)) {
     const ObjectSlot* slot = FindSlot(doc.objects, number);
-    if (slot == nullptr || !InUse(*slot) || slot->structure) continue;
+    if (!InUse(*slot) || slot->structure) continue;
     order.emplace_back(slot->state == SlotState::kInFile ? slot->position : kAfterAll, number);
   }
   std::sort(order.begin(), order.end());
@@ -203,9 +203,9 @@ std::vector<XrefEntry> WriteChanges(Document& doc, Output& out) {
   using Kind = XrefEntry::Kind;
   std::vector<XrefEntry> entries;
   bool freed = false;
-  for (std::uint32_t number = 1; number < doc.objects.count; ++number) {
+  for (const std::uint32_t number : SlotNumbers(doc.objects)) {
     const ObjectSlot* slot = FindSlot(doc.objects, number);
-    if (slot == nullptr || !slot->changed) continue;
+    if (!slot->changed) continue;
     if (InUse(*slot)) {
       entries.push_back({number, Kind::kInFile, slot->generation, PositionOf(out)});
       AppendObject(doc, &out.pending, number);

@@ -1,5 +1,7 @@
 #include "quillon/render/flat_page.h"
 
+#include <string_view>
+
 #include "quillon/core/operations.h"
 #include "quillon/document/object_reading.h"
 #include "quillon/document/operations.h"
@@ -106,6 +108,24 @@ void WrapContents(ObjectDoc doc, ObjectHandle page, const std::string& operators
   objects::DictPut(page, Name("Contents"), contents);
 }
 
+Boolean AddKey(ObjectHandle key, ObjectHandle, void* keys) {
+  static_cast<std::vector<Atom>*>(keys)->push_back(objects::NameValue(key));
+  return 1;
+}
+
+// Whoever draws reads what else the catalog names, though nothing of it is drawn: a form made to
+// hurt keeps a library busy that has no bounds of ours.
+void ReduceCatalog(ObjectHandle catalog) {
+  std::vector<Atom> keys;
+  objects::EnumDict(catalog, &AddKey, &keys);
+  for (const Atom key : keys) {
+    const std::string_view name = core::NameFromAtom(key);
+    if (name != "Type" && name != "Pages" && name != "OCProperties") {
+      objects::DictRemove(catalog, key);
+    }
+  }
+}
+
 }  // namespace
 
 std::string FlatPageDocument(DocHandle doc, std::uint32_t pageNumber,
@@ -118,6 +138,7 @@ std::string FlatPageDocument(DocHandle doc, std::uint32_t pageNumber,
   if (!IsKind(page, ObjectKind::kDict)) Fail(kErrorBadObject, "a page is no indirect dictionary");
   WrapContents(copy.doc, page, AddAppearances(copy.doc, page, appearances));
   objects::DictRemove(page, Name("Annots"));
+  ReduceCatalog(objects::DocRoot(copy.doc));
   return PdfToBytes(copy.doc);
 }
 

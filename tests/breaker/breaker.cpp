@@ -1,8 +1,6 @@
 // The tool `breaker`: damages a file in one of many ways, or damages files in all of them and
 // prints what the program makes of each.
-#include <algorithm>
 #include <cstdio>
-#include <cstring>
 
 #include "tests/breaker/outcome.h"
 #include "tests/breaker/ways.h"
@@ -13,38 +11,27 @@ namespace {
 
 int Usage() {
   std::fputs(
-      "breaker list                       the ways\n"
       "breaker damage WAY FILE OUTPUT     damages a copy of FILE\n"
       "breaker table FIELD FILE...        what the program makes of damaged FILEs, as a table\n",
       stderr);
   return 2;
 }
 
-int List() {
-  for (const DamageWay& way : DamageWays()) std::printf("%-22s %s\n", way.name, way.what);
-  return 0;
-}
-
-int DamageOne(const char* name, const char* from, const char* to) {
+int DamageOne(const std::string& name, const std::string& from, const std::string& to) {
   for (const DamageWay& way : DamageWays()) {
-    if (std::strcmp(way.name, name) != 0) continue;
     std::string file = ReadFile(from);
-    if (!way.damage(&file)) {
-      std::fprintf(stderr, "breaker: the file has nothing to damage in this way\n");
-      return 2;
-    }
+    if (name != way.name || !way.damage(file)) continue;
     WriteFile(to, file);
     return 0;
   }
-  std::fprintf(stderr, "breaker: there is no way of this name (breaker list)\n");
+  std::fprintf(stderr, "breaker: there is no such way, or nothing to damage in it\n");
   return 2;
 }
 
 std::string Text(const Outcome& outcome) {
-  const std::string count = std::to_string(outcome.warnings);
-  const std::string told = outcome.warnings == 0
-                               ? ""
-                               : ", " + count + (outcome.warnings == 1 ? " warning" : " warnings");
+  std::string told;
+  if (outcome.warnings != 0) told = ", " + std::to_string(outcome.warnings) + " warning";
+  if (outcome.warnings > 1) told += "s";
   switch (outcome.verdict) {
     case Verdict::kSound:
       return "sound" + told;
@@ -66,12 +53,12 @@ int Table(const std::string& field, const std::vector<std::string>& files) {
   for (std::size_t i = 0; i < files.size(); ++i) std::printf("---|");
   std::printf("\n");
   bool bad = false;
-  const TempFolder folder;
+  const TemporaryFolder folder;
   for (const DamageWay& way : DamageWays()) {
     std::printf("| %s | %s |", way.name, way.what);
     for (const std::string& file : files) {
       std::string bytes = ReadFile(file);
-      if (!way.damage(&bytes)) {
+      if (!way.damage(bytes)) {
         std::printf(" - |");
         continue;
       }
@@ -88,12 +75,11 @@ int Table(const std::string& field, const std::vector<std::string>& files) {
 }
 
 int Run(const std::vector<std::string>& arguments) {
-  if (arguments.empty()) return Usage();
-  if (arguments[0] == "list") return List();
-  if (arguments[0] == "damage" && arguments.size() == 4) {
-    return DamageOne(arguments[1].c_str(), arguments[2].c_str(), arguments[3].c_str());
+  const std::string command = arguments.empty() ? "" : arguments[0];
+  if (command == "damage" && arguments.size() == 4) {
+    return DamageOne(arguments[1], arguments[2], arguments[3]);
   }
-  if (arguments[0] != "table" || arguments.size() < 3) return Usage();
+  if (command != "table" || arguments.size() < 3) return Usage();
   return Table(arguments[1], {arguments.begin() + 2, arguments.end()});
 }
 

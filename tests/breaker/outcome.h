@@ -19,7 +19,7 @@ struct Outcome {
 };
 
 // Lists the fields of the file, then sets one of them and writes the result beside it. The program
-// has `seconds` for each.
-Outcome OutcomeOf(const std::string& file, const std::string& field, int seconds = 20);
+// has two minutes for each.
+Outcome OutcomeOf(const std::string& file, const std::string& field);
 
 }  // namespace quillon::test

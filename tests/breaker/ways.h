@@ -1,6 +1,7 @@
 // Ways to damage a good file: what transfers, producers and disks do to documents.
 #pragma once
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -8,12 +9,12 @@ namespace quillon::test {
 
 // Damages the bytes of a PDF file; false when the file has nothing that this way needs (an object
 // in plain text, say, in a file that deflates them).
-using DamageRoutine = bool (*)(std::string* file);
+using Damage = std::function<bool(std::string& file)>;
 
 struct DamageWay {
   const char* name;
   const char* what;
-  DamageRoutine damage;
+  Damage damage;
   // The way hits what a page shows: it stays damaged in a written file, which is otherwise sound.
   bool hitsContent = false;
 };

@@ -12,7 +12,7 @@ namespace quillon::test {
 namespace {
 
 // The example as it is, with its objects deflated, and encrypted: the same bytes in every run.
-std::vector<std::string> Forms(const TempFolder& folder) {
+std::vector<std::string> Forms(const TemporaryFolder& folder) {
   std::vector<std::string> forms = {ExampleForm()};
   if (!HasTool("qpdf")) return forms;
   const std::string streams = folder.File("streams.pdf");
@@ -27,16 +27,16 @@ std::vector<std::string> Forms(const TempFolder& folder) {
 struct Damaged : testing::TestWithParam<DamageWay> {};
 
 TEST_P(Damaged, IsFilledAndSoundOrRefused) {
-  const TempFolder folder;
+  const TemporaryFolder folder;
   int damaged = 0;
   for (const std::string& form : Forms(folder)) {
     SCOPED_TRACE(form);
     std::string bytes = ReadFile(form);
-    if (!GetParam().damage(&bytes)) continue;
+    if (!GetParam().damage(bytes)) continue;
     ++damaged;
     const std::string file = folder.File("damaged.pdf");
     WriteFile(file, bytes);
-    const Outcome outcome = OutcomeOf(file, "applicant.city", 120);
+    const Outcome outcome = OutcomeOf(file, "applicant.city");
     EXPECT_NE(outcome.verdict, Verdict::kBad) << outcome.text;
     const bool allowed = outcome.verdict != Verdict::kAsGood || GetParam().hitsContent;
     EXPECT_TRUE(allowed) << "the checker finds damaged data";

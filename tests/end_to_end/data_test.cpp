@@ -25,19 +25,14 @@ struct DataCommands : testing::Test {
 
   std::string Out(const std::string& name) const { return folder.File(name); }
 
-  void ExpectDone(const std::vector<std::string>& arguments) {
-    const ProcessResult result = Quillon(arguments);
-    ASSERT_EQ(result.status, 0) << result.err;
+  static void ExpectDone(const std::vector<std::string>& arguments) {
+    ExpectEnd(Quillon(arguments), 0);
   }
   // Refused with all of these texts, and without an output.
   void ExpectRefused(std::vector<std::string> arguments, const std::vector<std::string>& texts) {
     const std::string out = Out("refused.out");
     arguments.insert(arguments.end(), {"-o", out});
-    const ProcessResult result = Quillon(arguments);
-    EXPECT_EQ(result.status, 2);
-    for (const std::string& text : texts) {
-      EXPECT_NE(result.err.find(text), std::string::npos) << text << "\n" << result.err;
-    }
+    ExpectEnd(Quillon(arguments), 2, texts);
     EXPECT_FALSE(std::filesystem::exists(out));
   }
 
@@ -51,7 +46,7 @@ struct DataCommands : testing::Test {
     return values;
   }
 
-  TempFolder folder;
+  TemporaryFolder folder;
   std::string form = folder.File("form.pdf");
   const std::string kFilled = "\"x\" \"Yes\" \"blue\" \"2\" [\"a\",\"c\"] ";
   const std::string kEmpty = "null null null null null ";
@@ -132,29 +127,22 @@ TEST_F(DataCommands, EachRowBecomesADocument) {
 
 TEST_F(DataCommands, ABadRowDoesNotHarmTheOthers) {
   WriteFile(Out("people.csv"), "text,box\nAnn,on\nBo,maybe\nAnn,off\n,on\nCy,off\n");
-  const ProcessResult result = Quillon(
-      {"fill", form, "--records", Out("people.csv"), "--jobs", "3", "-o", Out("{text}.pdf")});
-  EXPECT_EQ(result.status, 3);
-  for (const char* text :
-       {"row 2 (line 3): box: \"maybe\" is no state", "row 3 (line 4): the output",
-        "is that of row 1 already", "row 4 (line 5): the column text", "3 of 5 rows"}) {
-    EXPECT_NE(result.err.find(text), std::string::npos) << text << "\n" << result.err;
-  }
+  ExpectEnd(Quillon({"fill", form, "--records", Out("people.csv"), "--jobs", "3", "-o",
+                     Out("{text}.pdf")}),
+            3,
+            {"row 2 (line 3): box: \"maybe\" is no state", "row 3 (line 4): the output",
+             "is that of row 1 already", "row 4 (line 5): the column text", "3 of 5 rows"});
   EXPECT_EQ(ValuesOf(Out("Ann.pdf")), "\"Ann\" \"Yes\" null null null ");
   EXPECT_EQ(ValuesOf(Out("Cy.pdf")), "\"Cy\" null null null null ");
   EXPECT_EQ(folder.FileCount(), 4u);
 }
 
 TEST_F(DataCommands, MistakesInTheTableAreToldBeforeAnythingIsWritten) {
-  const std::vector<std::string> fill = {"fill", form, "--records", Out("people.csv")};
   const auto refuse = [&](const std::string& csv, const std::string& output,
                           const std::string& text) {
     WriteFile(Out("people.csv"), csv);
-    std::vector<std::string> arguments = fill;
-    arguments.insert(arguments.end(), {"-o", Out(output)});
-    const ProcessResult result = Quillon(arguments);
-    EXPECT_EQ(result.status, 2) << csv;
-    EXPECT_NE(result.err.find(text), std::string::npos) << text << "\n" << result.err;
+    ExpectEnd(Quillon({"fill", form, "--records", Out("people.csv"), "-o", Out(output)}), 2,
+              {text});
     EXPECT_EQ(folder.FileCount(), 2u);
   };
   refuse("text,txet\na,b\n", "{text}.pdf", "txet: there is no field of this name; did you mean");

@@ -1,5 +1,3 @@
-#include <sys/stat.h>
-
 #include "tests/end_to_end/fields_of.h"
 #include "tests/support/form_pdf.h"
 
@@ -14,92 +12,82 @@ struct FillCommand : testing::Test {
     return Quillon(arguments);
   }
 
-  // The fill must fail with `status` 2, say each text, and leave everything as it was.
+  // The fill must fail, say each text, and leave everything as it was.
   void ExpectRefused(const std::vector<std::string>& arguments,
                      const std::vector<std::string>& texts) {
-    const ProcessResult inPlace = FillInPlace(arguments);
-    EXPECT_EQ(inPlace.status, 2);
-    for (const std::string& text : texts) {
-      EXPECT_NE(inPlace.err.find(text), std::string::npos) << text << "\nin\n" << inPlace.err;
-    }
+    ExpectEnd(FillInPlace(arguments), 2, texts);
     EXPECT_EQ(ReadFile(file), ReadFile(ExampleForm()));
-    const std::string absent = folder.File("absent.pdf");
-    std::vector<std::string> elsewhere = {"fill", ExampleForm(), "-o", absent};
-    elsewhere.insert(elsewhere.end(), arguments.begin(), arguments.end());
-    EXPECT_EQ(Quillon(elsewhere).status, 2);
-    EXPECT_FALSE(std::filesystem::exists(absent));
+    for (const std::string& output : {folder.File("absent.pdf"), std::string("-")}) {
+      std::vector<std::string> elsewhere = {"fill", ExampleForm(), "-o", output};
+      elsewhere.insert(elsewhere.end(), arguments.begin(), arguments.end());
+      const ProcessResult result = Quillon(elsewhere);
+      ExpectEnd(result, 2);
+      EXPECT_EQ(result.out, "");
+    }
     EXPECT_EQ(folder.FileCount(), 1u) << "something was left behind";
-    const ProcessResult toOutput = [&] {
-      elsewhere[3] = "-";
-      return Quillon(elsewhere);
-    }();
-    EXPECT_EQ(toOutput.out, "");
   }
 
-  TempFolder folder;
+  TemporaryFolder folder;
+  TemporaryFolder elsewhere;
   std::string file = folder.File("form.pdf");
+  std::string values = elsewhere.File("values.json");
 };
 
 TEST_F(FillCommand, WritesEveryValueGiven) {
-  const std::string values = folder.File("values.json");
-  WriteFile(values, R"({"applicant.city": "Gr\u00fcnau", "membership.fee": 48.5,
-                        "applicant.address": "Line 1\nLine 2", "remarks": "from the file"})");
-  const std::string out = folder.File("out.pdf");
+  WriteFile(values, R"({"applicant.city": "Gr\u00fcnau", "membership.fee": 48.50,
+                        "applicant.address": "Line 1\nLine 2", "remarks": "from the file",
+                        "membership.motto": 12345678901234567890123})");
   const ProcessResult result = Quillon({"fill", ExampleForm(), "applicant.name=Łukasz = Ž",
-                                        "remarks=from the line", "--values", values, "-o", out});
-  ASSERT_EQ(result.status, 0) << result.err;
+                                        "remarks=from the line", "--values", values, "-o", file});
+  ExpectEnd(result, 0);
   EXPECT_EQ(result.err, "");
-  const Json fields = FieldsOf(out);
-  EXPECT_EQ(FieldNamed(fields, "applicant.name")["value"], "Łukasz = Ž");
-  EXPECT_EQ(FieldNamed(fields, "applicant.city")["value"], "Grünau");
-  EXPECT_EQ(FieldNamed(fields, "membership.fee")["value"], "48.5");
-  EXPECT_EQ(FieldNamed(fields, "applicant.address")["value"], "Line 1\nLine 2");
-  if (HasTool("pdftotext")) {
-    const std::string text = RunProcess({"pdftotext", out, "-"}).out;
-    EXPECT_NE(text.find("Line 1\n"), std::string::npos) << "the lines are drawn as one";
-  }
-  EXPECT_EQ(FieldNamed(fields, "remarks")["value"], "from the line");
+  EXPECT_EQ(ValueOf(file, "applicant.name"), "Łukasz = Ž");
+  EXPECT_EQ(ValueOf(file, "applicant.city"), "Grünau");
+  EXPECT_EQ(ValueOf(file, "membership.fee"), "48.50") << "numbers keep their digits";
+  EXPECT_EQ(ValueOf(file, "membership.motto"), "12345678901234567890123");
+  EXPECT_EQ(ValueOf(file, "applicant.address"), "Line 1\nLine 2");
+  EXPECT_EQ(ValueOf(file, "remarks"), "from the line");
+  if (!HasTool("pdftotext")) return;
+  const std::string text = RunProcess({"pdftotext", file, "-"}).out;
+  EXPECT_NE(text.find("Line 1\n"), std::string::npos) << "the lines are drawn as one";
 }
 
 TEST_F(FillCommand, EmptiesAField) {
-  ASSERT_EQ(FillInPlace({"applicant.city=London", "remarks="}).status, 0);
-  EXPECT_EQ(FieldNamed(FieldsOf(file), "remarks")["value"], "");
-  const std::string values = folder.File("values.json");
+  ExpectEnd(FillInPlace({"applicant.city=London", "remarks="}), 0);
+  EXPECT_EQ(ValueOf(file, "remarks"), "");
   WriteFile(values, R"({"applicant.city": null})");
-  ASSERT_EQ(Quillon({"fill", file, "--values", values, "--in-place"}).status, 0);
-  EXPECT_EQ(FieldNamed(FieldsOf(file), "applicant.city")["value"], nullptr);
+  ExpectEnd(Quillon({"fill", file, "--values", values, "--in-place"}), 0);
+  EXPECT_EQ(ValueOf(file, "applicant.city"), nullptr);
 }
 
 TEST_F(FillCommand, AFormWithoutFontsGetsSome) {
   WriteFile(file, FormPdf({WidgetField("Tx", "name")},
                           {.defaultAppearance = "", .defaultResources = ""}));
-  const ProcessResult result = Quillon({"fill", file, "--in-place", "name=Ada"});
-  EXPECT_EQ(result.status, 3) << result.err;
-  EXPECT_NE(result.err.find("The form had no fonts"), std::string::npos) << result.err;
-  EXPECT_EQ(FieldNamed(FieldsOf(file), "name")["value"], "Ada");
+  ExpectEnd(Quillon({"fill", file, "--in-place", "name=Ada"}), 3, {"The form had no fonts"});
+  EXPECT_EQ(ValueOf(file, "name"), "Ada");
   if (!HasTool("pdftotext")) return;
   EXPECT_NE(RunProcess({"pdftotext", file, "-"}).out.find("Ada"), std::string::npos);
 }
 
+// Pipes, in which nobody can go back.
 TEST_F(FillCommand, StandardStreamsCarryTheDocument) {
-  const ProcessResult result =
-      Quillon({"fill", "-", "applicant.city=London", "-o", "-"}, ReadFile(ExampleForm()));
-  ASSERT_EQ(result.status, 0) << result.err;
-  WriteFile(file, result.out);
-  EXPECT_EQ(FieldNamed(FieldsOf(file), "applicant.city")["value"], "London");
+  ExpectEnd(RunProcess({"sh", "-c", "cat \"$1\" | \"$2\" fill - remarks=x -o - | cat >\"$3\"", "sh",
+                        ExampleForm(), QUILLON_PROGRAM, file},
+                       {}, {kLeakOptions}),
+            0);
+  EXPECT_EQ(ValueOf(file, "remarks"), "x");
 }
 
 TEST_F(FillCommand, InPlaceKeepsPermissionsAndLinks) {
   WriteFile(file, ReadFile(ExampleForm()));
-  ASSERT_EQ(chmod(file.c_str(), 0640), 0);
+  constexpr auto kPermissions = std::filesystem::perms(0640);
+  std::filesystem::permissions(file, kPermissions);
   const std::string link = folder.File("link.pdf");
   std::filesystem::create_symlink("form.pdf", link);
-  ASSERT_EQ(Quillon({"fill", link, "applicant.city=London", "--in-place"}).status, 0);
+  ExpectEnd(Quillon({"fill", link, "applicant.city=London", "--in-place"}), 0);
   EXPECT_TRUE(std::filesystem::is_symlink(link));
-  EXPECT_EQ(FieldNamed(FieldsOf(file), "applicant.city")["value"], "London");
-  struct stat status {};
-  ASSERT_EQ(stat(file.c_str(), &status), 0);
-  EXPECT_EQ(status.st_mode & 0777u, 0640u);
+  EXPECT_EQ(ValueOf(file, "applicant.city"), "London");
+  EXPECT_EQ(std::filesystem::status(file).permissions(), kPermissions);
   EXPECT_EQ(folder.FileCount(), 2u);
 }
 
@@ -124,52 +112,33 @@ TEST_F(FillCommand, DoubtfulInputIsRefused) {
 }
 
 TEST_F(FillCommand, BadValuesFilesAreRefused) {
-  const TempFolder values;
   const auto refused = [&](const std::string& json, const std::string& text) {
-    WriteFile(values.File("v.json"), json);
-    ExpectRefused({"--values", values.File("v.json")}, {text});
+    WriteFile(values, json);
+    ExpectRefused({"--values", values}, {text});
   };
   refused("{\"remarks\": ", "the JSON cannot be read");
   refused(R"({"remarks": "a", "remarks": "b"})", "the name remarks is given twice");
   refused(R"({"remarks": true})", "remarks: a text field takes a text or a number, not boolean");
-  ExpectRefused({"--values", values.path.string()}, {"the file cannot be read"});
-  const ProcessResult all = Quillon({"fill", values.File("missing.pdf"), "--values",
-                                     values.File("missing.json"), "bare", "-o", file});
-  for (const char* offender : {"missing.pdf", "missing.json", "bare: this is not of the form"}) {
-    EXPECT_NE(all.err.find(offender), std::string::npos) << all.err;
-  }
-}
-
-TEST_F(FillCommand, NumbersInAValuesFileKeepTheirDigits) {
-  const TempFolder values;
-  WriteFile(
-      values.File("v.json"),
-      R"({"membership.fee": 48.50, "remarks": 12345678901234567890123, "applicant.city": 7})");
-  ASSERT_EQ(FillInPlace({"--values", values.File("v.json")}).status, 0);
-  EXPECT_EQ(FieldNamed(FieldsOf(file), "membership.fee")["value"], "48.50");
-  EXPECT_EQ(FieldNamed(FieldsOf(file), "remarks")["value"], "12345678901234567890123");
-  EXPECT_EQ(FieldNamed(FieldsOf(file), "applicant.city")["value"], "7");
+  ExpectRefused({"--values", elsewhere.path.string()}, {"the file cannot be read"});
+  ExpectEnd(Quillon({"fill", "missing.pdf", "--values", "missing.json", "bare", "-o", file}), 2,
+            {"missing.pdf", "missing.json", "bare: this is not of the form"});
 }
 
 TEST_F(FillCommand, ForceFillsReadOnlyFields) {
-  ASSERT_EQ(FillInPlace({"membership.number=2025-0001", "--force"}).status, 0);
-  EXPECT_EQ(FieldNamed(FieldsOf(file), "membership.number")["value"], "2025-0001");
+  ExpectEnd(FillInPlace({"membership.number=2025-0001", "--force"}), 0);
+  EXPECT_EQ(ValueOf(file, "membership.number"), "2025-0001");
 }
 
 TEST_F(FillCommand, PasswordsAreNotKeptAndTheUserIsTold) {
-  const ProcessResult result =
-      FillInPlace({"membership.password=open sesame", "applicant.city=London"});
-  EXPECT_EQ(result.status, 3);
-  EXPECT_NE(result.err.find("membership.password: a password is not kept"), std::string::npos);
+  ExpectEnd(FillInPlace({"membership.password=open sesame", "applicant.city=London"}), 3,
+            {"membership.password: a password is not kept"});
   EXPECT_EQ(ReadFile(file).find("open sesame"), std::string::npos);
-  EXPECT_EQ(FieldNamed(FieldsOf(file), "applicant.city")["value"], "London");
+  EXPECT_EQ(ValueOf(file, "applicant.city"), "London");
 }
 
 TEST_F(FillCommand, OutputThatCannotBeWrittenIsAnError) {
-  const ProcessResult result =
-      Quillon({"fill", ExampleForm(), "remarks=x", "-o", folder.File("no/such/folder.pdf")});
-  EXPECT_EQ(result.status, 2);
-  EXPECT_NE(result.err, "");
+  const std::string nowhere = folder.File("no/such/folder.pdf");
+  ExpectEnd(Quillon({"fill", ExampleForm(), "remarks=x", "-o", nowhere}), 2, {nowhere});
   EXPECT_EQ(folder.FileCount(), 0u);
 }
 

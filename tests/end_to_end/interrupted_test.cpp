@@ -12,6 +12,8 @@ namespace {
 
 namespace fs = std::filesystem;
 
+constexpr const char* kNoInterruption = "this system lets no process stop another";
+
 using Contents = std::map<std::string, std::string>;
 
 Contents ContentsOf(const fs::path& folder) {
@@ -22,42 +24,33 @@ Contents ContentsOf(const fs::path& folder) {
   return contents;
 }
 
-struct Interrupted : testing::Test {
-  void SetUp() override {
-    const std::string reason = WhyNoInterruption();
-    if (!reason.empty()) GTEST_SKIP() << reason;
-  }
-};
-
 // Of a run that came to its end only the new one is good.
 void ExpectOldOrNew(const std::string& file, bool isNew) {
   if (!isNew && ReadFile(file) == ReadFile(ExampleForm())) return;
-  EXPECT_EQ(FieldNamed(FieldsOf(file), "remarks")["value"], "new");
-  if (!HasTool("qpdf")) return;
-  const ProcessResult check = RunProcess({"qpdf", "--check", file});
-  EXPECT_EQ(check.status, 0) << check.err;
+  EXPECT_EQ(ValueOf(file, "remarks"), "new");
+  if (HasTool("qpdf")) ExpectEnd(RunProcess({"qpdf", "--check", file}), 0);
 }
 
-TEST_F(Interrupted, KilledAtAnyCallTheOldOrTheNewFileIsThere) {
+TEST(Interrupted, KilledAtAnyCallTheOldOrTheNewFileIsThere) {
+  if (!CanInterrupt()) GTEST_SKIP() << kNoInterruption;
   for (const bool append : {false, true}) {
     bool killed = true;
     std::size_t points = 0;
     while (killed) {
       SCOPED_TRACE("killed before call " + std::to_string(++points));
-      const TempFolder folder;
+      const TemporaryFolder folder;
       const std::string file = folder.File("form.pdf");
       WriteFile(file, ReadFile(ExampleForm()));
       std::vector<std::string> fill = {"fill", file, "remarks=new", "--in-place"};
       if (append) fill.emplace_back("--append");
       const InterruptedRun run = RunInterrupted(fill, folder.path, {points, 0});
       killed = run.calls.size() == points;
-      EXPECT_EQ(run.result.status, killed ? 128 + SIGKILL : 0) << run.result.err;
+      ExpectEnd(run.result, killed ? 128 + SIGKILL : 0);
       ExpectOldOrNew(file, !killed);
       EXPECT_LE(folder.FileCount(), killed ? 2u : 1u);
       // What was left behind is in nobody's way.
-      const ProcessResult again = Quillon(fill);
-      EXPECT_EQ(again.status, 0) << again.err;
-      EXPECT_EQ(FieldNamed(FieldsOf(file), "remarks")["value"], "new");
+      ExpectEnd(Quillon(fill), 0);
+      EXPECT_EQ(ValueOf(file, "remarks"), "new");
     }
     EXPECT_GE(points, 5u) << "opened, written, flushed, closed, renamed";
   }
@@ -102,8 +95,7 @@ const std::vector<Writing>& Writings() {
 
 struct Failing : testing::TestWithParam<Writing> {
   void SetUp() override {
-    const std::string reason = WhyNoInterruption();
-    if (!reason.empty()) GTEST_SKIP() << reason;
+    if (!CanInterrupt()) GTEST_SKIP() << kNoInterruption;
     WriteFile(folder.File("form.pdf"), ReadFile(ExampleForm()));
     WriteFile(folder.File("old.pdf"), "precious");
     WriteFile(folder.File("old.csv"), "precious");
@@ -118,16 +110,12 @@ struct Failing : testing::TestWithParam<Writing> {
     SCOPED_TRACE(std::string(failure.call) + ", call " + std::to_string(call) + ": " +
                  std::strerror(failure.error));
     const Contents before = ContentsOf(folder.path);
-    const InterruptedRun run = RunInterrupted(arguments, folder.path, {call, failure.error});
-    EXPECT_EQ(run.result.status, 2);
-    for (const std::string& text : {folder.File(GetParam().output), std::string(failure.advice),
-                                    std::string(std::strerror(failure.error))}) {
-      EXPECT_NE(run.result.err.find(text), std::string::npos) << text << "\nin\n" << run.result.err;
-    }
+    ExpectEnd(RunInterrupted(arguments, folder.path, {call, failure.error}).result, 2,
+              {folder.File(GetParam().output), failure.advice, std::strerror(failure.error)});
     EXPECT_EQ(ContentsOf(folder.path), before);
   }
 
-  TempFolder folder;
+  TemporaryFolder folder;
   std::vector<std::string> arguments;
 };
 
@@ -150,7 +138,7 @@ INSTANTIATE_TEST_SUITE_P(Commands, Failing, testing::ValuesIn(Writings()), NameO
 
 // A real disk without room, and a real limit that is reached in the midst of the file.
 TEST(FullDisk, IsAClearError) {
-  const TempFolder folder;
+  const TemporaryFolder folder;
   const std::string file = folder.File("form.pdf");
   WriteFile(file, ReadFile(ExampleForm()));
   const std::vector<std::vector<std::string>> commands = {
@@ -164,9 +152,7 @@ TEST(FullDisk, IsAClearError) {
   };
   for (const std::vector<std::string>& command : commands) {
     SCOPED_TRACE(testing::PrintToString(command));
-    const ProcessResult result = RunProcess(command, {}, {kLeakOptions});
-    EXPECT_EQ(result.status, 2);
-    EXPECT_NE(result.err.find("cannot be written: "), std::string::npos) << result.err;
+    ExpectEnd(RunProcess(command, {}, {kLeakOptions}), 2, {"cannot be written: "});
     EXPECT_EQ(ReadFile(file), ReadFile(ExampleForm()));
     EXPECT_EQ(folder.FileCount(), 1u);
   }

@@ -1,9 +1,12 @@
 // Running programs and looking at what they leave behind.
 #pragma once
 
-#include <filesystem>
+#include <sys/types.h>
+
 #include <string>
 #include <vector>
+
+#include "tests/support/temporary_folder.h"
 
 namespace quillon::test {
 
@@ -13,9 +16,22 @@ struct ProcessResult {
   std::string err;
 };
 
-// Runs a program (found through PATH when it has no slash) to its end.
+// Runs a program (found through PATH when it has no slash) to its end. Its standard streams are
+// files.
 ProcessResult RunProcess(const std::vector<std::string>& command, const std::string& input = {},
                          const std::vector<std::string>& environment = {});
+
+// The same in two halves, for those who have something to do between; `first` is called in the new
+// process.
+struct StandardStreams {
+  TemporaryFolder folder;
+  std::string in = folder.File("in");
+  std::string out = folder.File("out");
+  std::string err = folder.File("err");
+};
+pid_t StartProcess(const std::vector<std::string>& command, const StandardStreams& streams,
+                   const std::vector<std::string>& environment, void (*first)());
+ProcessResult ResultOf(const StandardStreams& streams, int waitStatus);
 
 // Runs the program under test.
 ProcessResult Quillon(std::vector<std::string> arguments, const std::string& input = {},
@@ -30,19 +46,6 @@ bool HasTool(const std::string& name);
 
 std::string ReadFile(const std::string& file);
 void WriteFile(const std::string& file, const std::string& bytes);
-
-// An empty folder that goes away with its owner.
-struct TempFolder {
-  TempFolder();
-  ~TempFolder();
-  TempFolder(const TempFolder&) = delete;
-  TempFolder& operator=(const TempFolder&) = delete;
-
-  std::string File(const std::string& name) const { return (path / name).string(); }
-  std::size_t FileCount() const;
-
-  std::filesystem::path path;
-};
 
 std::string ExampleForm();
 

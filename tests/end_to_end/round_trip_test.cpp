@@ -1,13 +1,35 @@
-// Values of every kind out of a form and in again: what was set, exported, reset and imported is
-// what had been set, in forms of other producers as in the example.
+// The whole way through forms of other producers and the example: what was set is seen by
+// independent programs; exported, reset and imported, it is what had been set.
 #include <algorithm>
+#include <cctype>
 #include <map>
+#include <set>
+#include <sstream>
 
 #include "tests/end_to_end/fields_of.h"
-#include "tests/end_to_end/sample_documents.h"
 
 namespace quillon::test {
 namespace {
+
+// The forms of other producers are there when their folder is.
+std::vector<std::string> Documents() {
+  std::vector<std::string> files = {ExampleForm()};
+  const char* named = std::getenv("QUILLFORM_SAMPLES");
+  std::error_code missing;
+  for (const auto& entry :
+       std::filesystem::directory_iterator(named != nullptr ? named : SAMPLES_FOLDER, missing)) {
+    if (entry.path().extension() == ".pdf") files.push_back(entry.path().string());
+  }
+  std::sort(files.begin() + 1, files.end());
+  return files;
+}
+
+std::string NameOfDocument(const testing::TestParamInfo<std::string>& info) {
+  std::string name = std::filesystem::path(info.param).stem().string();
+  std::replace_if(
+      name.begin(), name.end(), [](unsigned char c) { return !std::isalnum(c); }, '_');
+  return name;
+}
 
 // What a reset leaves: the default value; of a choice without one, its first option.
 Json ResetValueOf(const Json& field) {
@@ -16,6 +38,7 @@ Json ResetValueOf(const Json& field) {
   return options[0]["export"];
 }
 
+// Short enough for one line and unlike anything in the document; cut to what the field takes.
 Json TextFor(std::size_t number, const Json& field) {
   std::string text = "q" + std::to_string(100 + number) + "z";
   if (!field["maxLength"].is_null()) text = text.substr(0, field["maxLength"]);
@@ -49,6 +72,27 @@ Json ValueFor(std::size_t number, const Json& field) {
   return kind == "check box" || kind == "radio button" ? StateFor(field) : OptionsFor(field);
 }
 
+// A text that was set whole, and can be seen.
+bool IsShown(const Json& field) {
+  const Json& widgets = field["widgets"];
+  return field["kind"] == "text" && field["value"].is_string() &&
+         field["value"].get<std::string>().ends_with("z") &&
+         std::any_of(widgets.begin(), widgets.end(),
+                     [](const Json& widget) { return widget["visible"].get<bool>(); });
+}
+
+// What qpdf finds wrong, without the file's name.
+std::set<std::string> Findings(const std::string& file) {
+  std::istringstream lines(RunProcess({"qpdf", "--check", file}).err);
+  std::set<std::string> findings;
+  for (std::string line; std::getline(lines, line);) {
+    const std::size_t name = line.find(file);
+    if (name != std::string::npos) line.erase(name, file.size());
+    findings.insert(line);
+  }
+  return findings;
+}
+
 struct RoundTrip : testing::TestWithParam<std::string> {
   void Run(const std::vector<std::string>& arguments) {
     const ProcessResult result = Quillon(arguments);
@@ -60,6 +104,7 @@ struct RoundTrip : testing::TestWithParam<std::string> {
   void Fill() {
     const Json fields = FieldsOf(GetParam());
     ASSERT_FALSE(fields.empty());
+    std::map<std::string, Json> given;
     for (std::size_t i = 0; i < fields.size(); ++i) {
       if (TakesValues(fields[i])) given[fields[i]["name"]] = ValueFor(i, fields[i]);
     }
@@ -75,6 +120,27 @@ struct RoundTrip : testing::TestWithParam<std::string> {
     }
   }
 
+  void ExpectShownByOtherPrograms() {
+    if (HasTool("qpdf")) {
+      const std::set<std::string> known = Findings(GetParam());
+      for (const std::string& finding : Findings(filled)) {
+        EXPECT_TRUE(known.contains(finding)) << finding;
+      }
+    }
+    const std::vector<std::string> readers[] = {{"pdftotext", filled, "-"},
+                                                {"mutool", "draw", "-q", "-F", "txt", filled}};
+    for (const std::vector<std::string>& reader : readers) {
+      if (!HasTool(reader[0])) continue;
+      std::string text = RunProcess(reader).out;
+      std::erase_if(text, [](unsigned char c) { return std::isspace(c) != 0; });
+      for (const Json& field : filledFields) {
+        if (!IsShown(field)) continue;
+        EXPECT_NE(text.find(field["value"].get<std::string>()), std::string::npos)
+            << reader[0] << " does not show " << field["name"];
+      }
+    }
+  }
+
   void Reset() {
     ASSERT_NO_FATAL_FAILURE(Run({"reset", filled, "-o", reset}));
     resetFields = FieldsOf(reset);
@@ -86,41 +152,37 @@ struct RoundTrip : testing::TestWithParam<std::string> {
     EXPECT_NE(resetFields, filledFields);
   }
 
-  // What an import into the reset form is to bring back: fields that are not exported stay reset.
-  Json Expected() const {
-    Json expected = filledFields;
-    for (std::size_t i = 0; i < expected.size(); ++i) {
-      if (HasFlag(expected[i], "no-export")) expected[i]["value"] = resetFields[i]["value"];
-    }
-    return expected;
-  }
-
+  // Fields that are not exported stay reset.
   void ExpectBackThrough(const std::string& format) {
     SCOPED_TRACE(format);
     const std::string data = folder.File("data." + format);
     const std::string back = folder.File("back-" + format + ".pdf");
     ASSERT_NO_FATAL_FAILURE(Run({"export", filled, "-o", data}));
     ASSERT_NO_FATAL_FAILURE(Run({"import", reset, data, "--force", "-o", back}));
-    const Json fields = FieldsOf(back), expected = Expected();
-    ASSERT_EQ(fields.size(), expected.size());
-    for (std::size_t i = 0; i < fields.size(); ++i) EXPECT_EQ(fields[i], expected[i]);
+    const Json fields = FieldsOf(back);
+    ASSERT_EQ(fields.size(), filledFields.size());
+    for (std::size_t i = 0; i < fields.size(); ++i) {
+      Json expected = filledFields[i];
+      if (HasFlag(expected, "no-export")) expected["value"] = resetFields[i]["value"];
+      EXPECT_EQ(fields[i], expected);
+    }
   }
 
-  TempFolder folder;
+  TemporaryFolder folder;
   std::string filled = folder.File("filled.pdf");
   std::string reset = folder.File("reset.pdf");
-  std::map<std::string, Json> given;
   Json filledFields;
   Json resetFields;
 };
 
-TEST_P(RoundTrip, WhatIsExportedAndResetComesBackEqual) {
+TEST_P(RoundTrip, WhatIsSetIsShownExportedAndResetComesBackEqual) {
   ASSERT_NO_FATAL_FAILURE(Fill());
+  ExpectShownByOtherPrograms();
   ASSERT_NO_FATAL_FAILURE(Reset());
   for (const char* format : {"fdf", "json", "csv"}) ExpectBackThrough(format);
 }
 
-INSTANTIATE_TEST_SUITE_P(Documents, RoundTrip, testing::ValuesIn(SampleDocuments()), SampleName);
+INSTANTIATE_TEST_SUITE_P(Documents, RoundTrip, testing::ValuesIn(Documents()), NameOfDocument);
 
 }  // namespace
 }  // namespace quillon::test

@@ -2,68 +2,51 @@
 
 #include <fcntl.h>
 #include <sys/ptrace.h>
+#include <sys/reg.h>
 #include <sys/syscall.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <cerrno>
 #include <csignal>
 #include <cstdint>
-#include <cstdlib>
+#include <fstream>
 #include <map>
 #include <set>
-#include <string_view>
-
-#ifdef __x86_64__
-#include <sys/reg.h>
-#endif
 
 namespace quillon::test {
-
-#ifndef __x86_64__
-
-std::string WhyNoInterruption() { return "system calls are stopped on x86-64 only"; }
-
-InterruptedRun RunInterrupted(const std::vector<std::string>&, const std::filesystem::path&,
-                              const Interruption&) {
-  return {};
-}
-
-#else
-
 namespace {
 
 constexpr int kNotTraced = 126;
 
-// What a call takes that tells which file it changes: the number of the argument.
+// A call, and the argument that tells which file it changes: its path or its descriptor.
 struct ChangingCall {
   std::uint64_t number;
-  const char* name;
-  int path;        // -1: none
-  int descriptor;  // -1: none
+  std::string name;
+  int argument;
+  bool isPath = true;
 };
-constexpr ChangingCall kChangingCalls[] = {
-    {SYS_open, "open", 0, -1},
-    {SYS_openat, "open", 1, -1},
-    {SYS_creat, "open", 0, -1},
-    {SYS_write, "write", -1, 0},
-    {SYS_pwrite64, "write", -1, 0},
-    {SYS_writev, "write", -1, 0},
-    {SYS_ftruncate, "write", -1, 0},
-    {SYS_fallocate, "write", -1, 0},
-    {SYS_copy_file_range, "write", -1, 2},
-    {SYS_sendfile, "write", -1, 0},
-    {SYS_truncate, "write", 0, -1},
-    {SYS_fsync, "flush", -1, 0},
-    {SYS_fdatasync, "flush", -1, 0},
-    {SYS_close, "close", -1, 0},
-    {SYS_rename, "rename", 0, -1},
-    {SYS_renameat, "rename", 1, -1},
-    {SYS_renameat2, "rename", 1, -1},
-    {SYS_link, "rename", 0, -1},
-    {SYS_linkat, "rename", 1, -1},
-    {SYS_unlink, "remove", 0, -1},
-    {SYS_unlinkat, "remove", 1, -1},
+const ChangingCall kChangingCalls[] = {
+    {SYS_open, "open", 0},
+    {SYS_openat, "open", 1},
+    {SYS_creat, "open", 0},
+    {SYS_write, "write", 0, false},
+    {SYS_pwrite64, "write", 0, false},
+    {SYS_writev, "write", 0, false},
+    {SYS_ftruncate, "write", 0, false},
+    {SYS_fallocate, "write", 0, false},
+    {SYS_copy_file_range, "write", 2, false},
+    {SYS_sendfile, "write", 0, false},
+    {SYS_truncate, "write", 0},
+    {SYS_fsync, "flush", 0, false},
+    {SYS_fdatasync, "flush", 0, false},
+    {SYS_close, "close", 0, false},
+    {SYS_rename, "rename", 0},
+    {SYS_renameat, "rename", 1},
+    {SYS_renameat2, "rename", 1},
+    {SYS_link, "rename", 0},
+    {SYS_linkat, "rename", 1},
+    {SYS_unlink, "remove", 0},
+    {SYS_unlinkat, "remove", 1},
 };
 
 struct Traced {
@@ -73,25 +56,18 @@ struct Traced {
 };
 
 struct Tracer {
-  pid_t program;
   std::string folder;
   Interruption interruption;
   std::map<pid_t, Traced> processes;
-  InterruptedRun run;
+  std::vector<std::string> calls;
 };
 
 std::string TextAt(pid_t process, std::uint64_t address) {
+  std::ifstream memory("/proc/" + std::to_string(process) + "/mem", std::ios::binary);
+  memory.seekg(static_cast<std::streamoff>(address));
   std::string text;
-  for (;; address += sizeof(long)) {
-    errno = 0;
-    const long word = ptrace(PTRACE_PEEKDATA, process, address, nullptr);
-    if (errno != 0) return text;
-    for (std::size_t i = 0; i < sizeof word; ++i) {
-      const auto byte = static_cast<char>(word >> 8 * i & 0xFF);
-      if (byte == '\0') return text;
-      text.push_back(byte);
-    }
-  }
+  std::getline(memory, text, '\0');
+  return text;
 }
 
 bool OpensToWrite(const __ptrace_syscall_info& info) {
@@ -100,27 +76,25 @@ bool OpensToWrite(const __ptrace_syscall_info& info) {
   return (flags & (O_WRONLY | O_RDWR | O_CREAT | O_TRUNC)) != 0;
 }
 
-// The call's name when it changes a file of the folder.
-const char* ChangeOf(const Tracer& tracer, pid_t process, const __ptrace_syscall_info& info) {
+// The call's name when it changes a file of the folder, else empty.
+std::string ChangeOf(const Tracer& tracer, pid_t process, const __ptrace_syscall_info& info) {
   for (const ChangingCall& call : kChangingCalls) {
     if (call.number != info.entry.nr) continue;
-    if (call.descriptor >= 0) {
-      const std::set<std::uint64_t>& written = tracer.processes.at(process).written;
-      return written.count(info.entry.args[call.descriptor]) != 0 ? call.name : nullptr;
-    }
-    if (std::string_view(call.name) == "open" && !OpensToWrite(info)) return nullptr;
-    const std::string path = TextAt(process, info.entry.args[call.path]);
-    return path.rfind(tracer.folder, 0) == 0 ? call.name : nullptr;
+    if (call.name == "open" && !OpensToWrite(info)) return {};
+    const std::uint64_t argument = info.entry.args[call.argument];
+    const bool changes = call.isPath ? TextAt(process, argument).starts_with(tracer.folder)
+                                     : tracer.processes.at(process).written.contains(argument);
+    return changes ? call.name : std::string();
   }
-  return nullptr;
+  return {};
 }
 
 void OnEntry(Tracer* tracer, pid_t process, const __ptrace_syscall_info& info) {
-  const char* change = ChangeOf(*tracer, process, info);
-  if (change == nullptr) return;
+  const std::string change = ChangeOf(*tracer, process, info);
+  if (change.empty()) return;
   Traced& traced = tracer->processes.at(process);
-  tracer->run.calls.emplace_back(change);
-  if (tracer->run.calls.size() == tracer->interruption.call) {
+  tracer->calls.push_back(change);
+  if (tracer->calls.size() == tracer->interruption.call) {
     // No call has this number.
     ptrace(PTRACE_POKEUSER, process, sizeof(long) * ORIG_RAX, -1L);
     traced.failing = tracer->interruption.error;
@@ -128,7 +102,7 @@ void OnEntry(Tracer* tracer, pid_t process, const __ptrace_syscall_info& info) {
     for (const auto& [each, state] : tracer->processes) kill(each, SIGKILL);
     return;
   }
-  traced.opening = std::string_view(change) == "open";
+  traced.opening = change == "open";
   if (info.entry.nr == SYS_close) traced.written.erase(info.entry.args[0]);
 }
 
@@ -157,11 +131,13 @@ int OnStop(Tracer* tracer, pid_t process, int status) {
   return signal == SIGTRAP || signal == SIGSTOP ? 0 : signal;
 }
 
-void Trace(Tracer* tracer) {
+// Until all have ended; answers how the program did.
+int Trace(Tracer* tracer, pid_t program) {
+  int end = 0;
   while (!tracer->processes.empty()) {
     int status = 0;
     const pid_t process = waitpid(-1, &status, __WALL);
-    if (process < 0) return;
+    if (process < 0) break;
     if (WIFSTOPPED(status)) {
       tracer->processes.try_emplace(process);
       const int signal = OnStop(tracer, process, status);
@@ -169,25 +145,14 @@ void Trace(Tracer* tracer) {
       continue;
     }
     tracer->processes.erase(process);
-    if (process != tracer->program) continue;
-    tracer->run.result.status = WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
+    if (process == program) end = status;
   }
+  return end;
 }
 
-[[noreturn]] void BecomeTraced(std::vector<std::string> command, const std::string& out,
-                               const std::string& err) {
-  dup2(open("/dev/null", O_RDONLY), STDIN_FILENO);
-  dup2(open(out.c_str(), O_WRONLY | O_CREAT, 0600), STDOUT_FILENO);
-  dup2(open(err.c_str(), O_WRONLY | O_CREAT, 0600), STDERR_FILENO);
-  // The leak sanitizer stops processes in the same way; one cannot be stopped twice.
-  setenv("ASAN_OPTIONS", "detect_leaks=0", 1);
+void BeTraced() {
   if (ptrace(PTRACE_TRACEME, 0, nullptr, nullptr) != 0) _exit(kNotTraced);
   raise(SIGSTOP);
-  std::vector<char*> words;
-  for (std::string& word : command) words.push_back(word.data());
-  words.push_back(nullptr);
-  execvp(words[0], words.data());
-  _exit(127);
 }
 
 // As the program spells it: links are followed.
@@ -197,33 +162,25 @@ std::string WithSlash(const std::filesystem::path& folder) {
 
 InterruptedRun RunTraced(const std::vector<std::string>& command,
                          const std::filesystem::path& folder, const Interruption& interruption) {
-  const TempFolder outputs;
-  const std::string out = outputs.File("out"), err = outputs.File("err");
-  const pid_t child = fork();
-  if (child == 0) BecomeTraced(command, out, err);
+  const StandardStreams streams;
+  // The leak sanitizer stops processes in the same way; one cannot be stopped twice.
+  const pid_t child = StartProcess(command, streams, {"ASAN_OPTIONS=detect_leaks=0"}, BeTraced);
   int status = 0;
   waitpid(child, &status, __WALL);
-  Tracer tracer{child, WithSlash(folder), interruption, {}, {}};
-  if (!WIFSTOPPED(status)) {
-    tracer.run.result.status = WEXITSTATUS(status);
-    return tracer.run;
-  }
-  tracer.processes.try_emplace(child);
+  if (!WIFSTOPPED(status)) return {ResultOf(streams, status), {}};
+  Tracer tracer{WithSlash(folder), interruption, {{child, {}}}, {}};
   constexpr long kOptions = PTRACE_O_TRACESYSGOOD | PTRACE_O_EXITKILL | PTRACE_O_TRACEFORK |
                             PTRACE_O_TRACEVFORK | PTRACE_O_TRACECLONE | PTRACE_O_TRACEEXEC;
   ptrace(PTRACE_SETOPTIONS, child, nullptr, kOptions);
   ptrace(PTRACE_SYSCALL, child, nullptr, nullptr);
-  Trace(&tracer);
-  tracer.run.result.out = ReadFile(out);
-  tracer.run.result.err = ReadFile(err);
-  return tracer.run;
+  return {ResultOf(streams, Trace(&tracer, child)), tracer.calls};
 }
 
 }  // namespace
 
-std::string WhyNoInterruption() {
+bool CanInterrupt() {
   static const int status = RunTraced({"true"}, "/nowhere", {}).result.status;
-  return status == 0 ? "" : "this system lets no process stop another";
+  return status == 0;
 }
 
 InterruptedRun RunInterrupted(const std::vector<std::string>& arguments,
@@ -233,7 +190,5 @@ InterruptedRun RunInterrupted(const std::vector<std::string>& arguments,
   command.insert(command.end(), arguments.begin(), arguments.end());
   return RunTraced(command, folder, interruption);
 }
-
-#endif
 
 }  // namespace quillon::test

@@ -23,8 +23,8 @@ struct InterruptedRun {
   std::vector<std::string> calls;  // the names of those that were reached
 };
 
-// Empty, or why programs cannot be stopped here.
-std::string WhyNoInterruption();
+// Whether this system lets a process stop another.
+bool CanInterrupt();
 
 InterruptedRun RunInterrupted(const std::vector<std::string>& arguments,
                               const std::filesystem::path& folder,

@@ -90,10 +90,6 @@ void WatchTables() {
   QUILLON_OBJECTS_TABLE(WATCH_OBJECTS)
   QUILLON_DOCUMENT_TABLE(WATCH_DOCUMENT)
   QUILLON_VIEWER_TABLE(WATCH_VIEWER)
-#undef WATCH_SUPPORT
-#undef WATCH_OBJECTS
-#undef WATCH_DOCUMENT
-#undef WATCH_VIEWER
   realAlloc = tables.support.Alloc;
   tables.support.Alloc = &AllocOrNull;
 }

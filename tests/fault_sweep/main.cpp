@@ -7,9 +7,8 @@
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
-#include <cstring>
+#include <set>
 #include <string>
-#include <vector>
 
 #include "quillon/core/guard.h"
 #include "quillon/core/report.h"
@@ -27,7 +26,7 @@ namespace {
 struct Sweep {
   std::uint64_t most = 0;  // points of one scenario and kind that are tried; 0: all
   bool trace = false;
-  std::vector<std::string> only;
+  std::set<std::string> only;
   std::uint64_t tried = 0;
   std::uint64_t faults = 0;
 };
@@ -49,16 +48,9 @@ std::string LeftOpen() {
 }
 
 void DoWork(const Scenario& scenario, FormWorld& world) {
-  switch (scenario.moment) {
-    case Moment::kStart:
-      StartPlugIn();
-      break;
-    case Moment::kEnd:
-      StopViewer();
-      break;
-    default:
-      CallGuarded([&] { scenario.work(world); });
-  }
+  if (scenario.moment == Moment::kStart) return StartPlugIn();
+  if (scenario.moment == Moment::kEnd) return StopViewer();
+  CallGuarded([&] { scenario.work(world); });
 }
 
 std::string FaultAfter(FormWorld& world, Outcome* outcome) {
@@ -107,12 +99,12 @@ Outcome RunWith(const Scenario& scenario, FaultKind kind, std::uint64_t number) 
 }
 
 std::string Mixed(const Snapshot& before, const Snapshot& after, const Snapshot& now) {
-  for (const auto& [name, value] : now) {
-    const auto is = [&, &key = name, &text = value](const Snapshot& snapshot) {
-      const auto found = snapshot.find(key);
-      return found != snapshot.end() && found->second == text;
-    };
-    if (!is(before) && !is(after)) return name + " is neither as before nor as after: " + value;
+  const auto has = [](const Snapshot& snapshot, const auto& entry) {
+    return std::find(snapshot.begin(), snapshot.end(), entry) != snapshot.end();
+  };
+  for (const auto& entry : now) {
+    if (has(before, entry) || has(after, entry)) continue;
+    return entry.first + " is neither as before nor as after: " + entry.second;
   }
   for (const auto& [name, value] : before) {
     if (!now.contains(name)) return name + " is gone";
@@ -168,10 +160,7 @@ void SweepScenario(const Scenario& scenario, FaultKind kind, Sweep* sweep) {
 int Run(Sweep sweep) {
   SetReporter([](const std::string&) {});
   for (const Scenario& scenario : Scenarios()) {
-    if (!sweep.only.empty() &&
-        std::find(sweep.only.begin(), sweep.only.end(), scenario.name) == sweep.only.end()) {
-      continue;
-    }
+    if (!sweep.only.empty() && !sweep.only.contains(scenario.name)) continue;
     SweepScenario(scenario, FaultKind::kHostCall, &sweep);
     SweepScenario(scenario, FaultKind::kAllocation, &sweep);
   }
@@ -185,12 +174,13 @@ int Run(Sweep sweep) {
 int main(int argc, char** argv) {
   quillon::test::Sweep sweep;
   for (int i = 1; i < argc; ++i) {
-    if (std::strcmp(argv[i], "--trace") == 0) {
+    const std::string word = argv[i];
+    if (word == "--trace") {
       sweep.trace = true;
-    } else if (std::strcmp(argv[i], "--sample") == 0 && i + 1 < argc) {
+    } else if (word == "--sample" && i + 1 < argc) {
       sweep.most = std::strtoull(argv[++i], nullptr, 10);
     } else {
-      sweep.only.emplace_back(argv[i]);
+      sweep.only.insert(word);
     }
   }
   return quillon::test::Run(sweep);

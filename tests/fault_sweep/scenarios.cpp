@@ -64,9 +64,9 @@ void SetValue(FormWorld& world, const char* name, const char* value, bool isName
   Forms().LoadAllFields(world.doc);
   const FieldNode node = Forms().FindFieldByName(world.doc, name);
   if (node == nullptr) Fail(kErrorGeneral, std::string("no field ") + name);
+  const auto length = static_cast<std::uint32_t>(std::strlen(value));
   ObjectHandle made = isName ? objects::NewName(objects, 0, core::AtomFromName(value))
-                             : objects::NewString(objects, 0, value,
-                                                  static_cast<std::uint32_t>(std::strlen(value)));
+                             : objects::NewString(objects, 0, value, length);
   try {
     Forms().SetFieldValue(node, made);
   } catch (...) {
@@ -75,10 +75,6 @@ void SetValue(FormWorld& world, const char* name, const char* value, bool isName
   }
   objects::Destroy(made);
 }
-
-void List(FormWorld& world) { TakeSnapshot(world.doc); }
-
-void Draw(FormWorld& world) { DrawPageAnnots(world.view, 0); }
 
 void Save(FormWorld& world) {
   PrepareSave(world.view);
@@ -117,21 +113,14 @@ void Reopen(FormWorld& world) {
   world.doc = viewer::DocOf(world.view);
 }
 
-std::string StringText(ObjectHandle value) {
+std::string ValueText(ObjectHandle value) {
+  const ObjectKind kind = objects::TypeOf(value);
+  if (kind == ObjectKind::kName)
+    return std::string("/") + core::NameFromAtom(objects::NameValue(value));
+  if (kind != ObjectKind::kString) return "-";
   std::uint32_t length = 0;
   const char* bytes = objects::StringValue(value, &length);
   return {bytes, length};
-}
-
-std::string ValueText(ObjectHandle value) {
-  switch (objects::TypeOf(value)) {
-    case ObjectKind::kString:
-      return StringText(value);
-    case ObjectKind::kName:
-      return std::string("/") + core::NameFromAtom(objects::NameValue(value));
-    default:
-      return "-";
-  }
 }
 
 Boolean AddToSnapshot(FieldNode node, void* data) {
@@ -142,17 +131,11 @@ Boolean AddToSnapshot(FieldNode node, void* data) {
 
 // Brackets of a content stream: q and Q, BMC or BDC and EMC, BT and ET.
 bool Balanced(const std::string& content) {
-  std::map<char, int> depth;
+  std::map<std::string, int> count;
   std::istringstream words(content);
-  for (std::string word; words >> word;) {
-    if (word == "q" || word == "Q") depth['q'] += word == "q" ? 1 : -1;
-    if (word == "BMC" || word == "BDC" || word == "EMC") depth['m'] += word == "EMC" ? -1 : 1;
-    if (word == "BT" || word == "ET") depth['t'] += word == "BT" ? 1 : -1;
-  }
-  for (const auto& [kind, open] : depth) {
-    if (open != 0) return false;
-  }
-  return true;
+  for (std::string word; words >> word;) ++count[word];
+  return count["q"] == count["Q"] && count["BMC"] + count["BDC"] == count["EMC"] &&
+         count["BT"] == count["ET"];
 }
 
 ObjectHandle EntryNamed(ObjectHandle dict, const char* key) {
@@ -199,17 +182,15 @@ void AddLooks(DocHandle doc, Snapshot* snapshot) {
   }
 }
 
-std::string StreamFault(ObjectHandle stream) {
-  if (objects::TypeOf(stream) != ObjectKind::kStream || Balanced(DecodedStream(stream))) return "";
-  return "object " + std::to_string(ObjectNumberOf(stream)) + " is a half-built appearance";
-}
-
 std::string AppearanceFault(DocHandle doc) {
-  std::string fault;
   for (const Look& look : LooksOnFirstPage(doc)) {
-    for (const State& state : look.states) fault += StreamFault(state.stream);
+    for (const auto& [name, stream] : look.states) {
+      if (objects::TypeOf(stream) != ObjectKind::kStream) continue;
+      if (Balanced(DecodedStream(stream))) continue;
+      return "object " + std::to_string(ObjectNumberOf(stream)) + " is a half-built appearance";
+    }
   }
-  return fault;
+  return "";
 }
 
 }  // namespace
@@ -218,8 +199,8 @@ const std::vector<Scenario>& Scenarios() {
   static const std::vector<Scenario> scenarios = {
       {"start", Moment::kStart, nullptr},
       {"close and open", Moment::kForm, Reopen},
-      {"list", Moment::kForm, List},
-      {"draw", Moment::kForm, Draw},
+      {"list", Moment::kForm, [](FormWorld& world) { TakeSnapshot(world.doc); }},
+      {"draw", Moment::kForm, [](FormWorld& world) { DrawPageAnnots(world.view, 0); }},
       {"fill text", Moment::kForm, [](FormWorld& world) { SetValue(world, "text", "new"); }},
       {"fill lines", Moment::kForm, [](FormWorld& world) { SetValue(world, "lines", "a\rb\rc"); }},
       {"fill box", Moment::kForm, [](FormWorld& world) { SetValue(world, "box", "Yes", true); }},
@@ -297,12 +278,11 @@ std::string FaultOf(FormWorld& world) {
   ResumeAfterSave(world.view);
   const Snapshot here = TakeSnapshot(world.doc);
   const DocView view = OpenViewOfDocument(OpenDocumentBytes(bytes));
-  const Snapshot again = TakeSnapshot(viewer::DocOf(view));
+  Snapshot again = TakeSnapshot(viewer::DocOf(view));
   viewer::CloseView(view);
   for (const auto& [name, value] : here) {
-    const auto found = again.find(name);
-    if (found == again.end()) return name + " is missing from what was saved";
-    if (found->second != value) return name + " is saved as " + found->second + ", not " + value;
+    if (again.contains(name) && again[name] == value) continue;
+    return name + " is saved as " + again[name] + ", not " + value;
   }
   return again.size() == here.size() ? "" : "what was saved has more fields";
 }

@@ -1,5 +1,6 @@
 #include "tests/support/temporary_folder.h"
 
+#include <iterator>
 #include <random>
 #include <stdexcept>
 #include <system_error>
@@ -20,6 +21,9 @@ TemporaryFolder::~TemporaryFolder() {
   std::filesystem::remove_all(path, ignored);
 }
 
-std::string TemporaryFolder::File(const char* name) const { return (path / name).generic_string(); }
+std::size_t TemporaryFolder::FileCount() const {
+  const std::filesystem::directory_iterator files(path);
+  return static_cast<std::size_t>(std::distance(begin(files), end(files)));
+}
 
 }  // namespace quillon::test

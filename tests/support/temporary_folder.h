@@ -13,7 +13,8 @@ struct TemporaryFolder {
   TemporaryFolder& operator=(const TemporaryFolder&) = delete;
 
   // The path of `name` inside it, with forward slashes.
-  std::string File(const char* name) const;
+  std::string File(const std::string& name) const { return (path / name).generic_string(); }
+  std::size_t FileCount() const;
 
   std::filesystem::path path;
 };

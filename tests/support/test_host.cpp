@@ -2,9 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "quillon/core/atoms.h"
 #include "quillon/core/host.h"
-#include "quillon/core/operations.h"
 #include "quillon/document/open_document.h"
 #include "quillon/objects/pdf_file.h"
 #include "quillon/support/files.h"
@@ -12,16 +10,6 @@
 #include "quillon/viewer/start.h"
 
 namespace quillon::test {
-namespace {
-
-void OfferOlder(const OlderTable& older) {
-  void* table = core::GetTable(InternName(older.name), kOldestTableVersion);
-  ASSERT_NE(table, nullptr) << "the host has no table " << older.name;
-  OfferTable({older.name, older.highestVersion, table});
-}
-
-}  // namespace
-
 RunningViewer::RunningViewer() { StartViewer(); }
 
 RunningViewer::~RunningViewer() {
@@ -32,9 +20,8 @@ RunningViewer::~RunningViewer() {
 }
 
 TestHost::TestHost(const TestHostParts& parts) {
-  for (const OlderTable& older : parts.olderTables) OfferOlder(older);
   if (parts.plugIn == nullptr) return;
-  AttachPlugIn(parts.plugIn, parts.moduleInstance);
+  AttachPlugIn(parts.plugIn, nullptr);
   InitialisePlugIns();
 }
 

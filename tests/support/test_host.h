@@ -3,7 +3,6 @@
 
 #include <string>
 #include <utility>
-#include <vector>
 
 #include "quillon/core/guard.h"
 #include "sdk/entry.h"
@@ -11,16 +10,8 @@
 
 namespace quillon::test {
 
-// A host table that an older host offers up to a lower version; 0 takes it away.
-struct OlderTable {
-  std::string name;
-  std::uint32_t highestVersion;
-};
-
 struct TestHostParts {
   PlugInMainRoutine plugIn = nullptr;  // attached and initialised when given
-  void* moduleInstance = nullptr;      // what the plug-in is told as its module
-  std::vector<OlderTable> olderTables;
 };
 
 // The viewer between its start and its end; checks at the end that nothing was left open.

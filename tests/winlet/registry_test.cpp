@@ -4,11 +4,13 @@
 #include <unistd.h>
 
 #include <cstdlib>
+#include <cstring>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
 #include <string>
 
+#include "tests/support/temporary_folder.h"
 #include "winlet/registry_file.h"
 #include "winlet/winlet.h"
 
@@ -19,58 +21,58 @@ namespace fs = std::filesystem;
 
 // A user without settings, in a folder that goes away.
 struct Registry : testing::Test {
-  Registry() {
-    std::string name = (fs::temp_directory_path() / "winlet-XXXXXX").string();
-    EXPECT_NE(mkdtemp(name.data()), nullptr);
-    folder = name;
-    setenv("XDG_CONFIG_HOME", folder.c_str(), 1);
-  }
-  ~Registry() override {
-    EXPECT_EQ(LiveKeys(), 0u);
-    fs::remove_all(folder);
-  }
+  Registry() { setenv("XDG_CONFIG_HOME", folder.path.c_str(), 1); }
+  ~Registry() override { EXPECT_EQ(LiveKeys(), 0u); }
 
-  fs::path File() const { return folder / "vantrel" / "quillon-forms.registry"; }
   void Write(const std::string& text) const {
-    fs::create_directories(File().parent_path());
-    std::ofstream(File(), std::ios::binary) << text;
-  }
-  std::string Content() const {
-    std::ifstream file(File(), std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), {}};
+    fs::create_directories(file.parent_path());
+    std::ofstream(file, std::ios::binary) << text;
   }
 
-  fs::path folder;
+  quillon::test::TemporaryFolder folder;
+  const fs::path file = folder.File("vantrel/quillon-forms.registry");
 };
 
-// "?" and the error when there is no text.
-std::string Query(const char* path, const char* name, LONG room = 256) {
+struct Key {
+  explicit Key(const char* path)
+      : status(RegCreateKeyExA(HKEY_CURRENT_USER, path, 0, nullptr, REG_OPTION_NON_VOLATILE,
+                               KEY_READ | KEY_WRITE, nullptr, &key, nullptr)) {}
+  ~Key() {
+    if (status == ERROR_SUCCESS) RegCloseKey(key);
+  }
+  Key(const Key&) = delete;
+  Key& operator=(const Key&) = delete;
+
+  // "?" and the error when there is no text.
+  std::string Query(const char* name, LONG room = 256) const {
+    std::string text(static_cast<std::size_t>(room), '\0');
+    const LSTATUS done =
+        status != ERROR_SUCCESS ? status : RegQueryValueA(key, name, text.data(), &room);
+    if (done != ERROR_SUCCESS) return "?" + std::to_string(done);
+    EXPECT_EQ(std::strlen(text.c_str()) + 1, static_cast<std::size_t>(room));
+    return text.c_str();
+  }
+
   HKEY key = nullptr;
-  LSTATUS status = RegCreateKeyExA(HKEY_CURRENT_USER, path, 0, nullptr, REG_OPTION_NON_VOLATILE,
-                                   KEY_READ, nullptr, &key, nullptr);
-  if (status != ERROR_SUCCESS) return "?" + std::to_string(status);
-  std::string text(static_cast<std::size_t>(room), '\0');
-  status = RegQueryValueA(key, name, text.data(), &room);
-  RegCloseKey(key);
-  return status == ERROR_SUCCESS ? text.c_str() : "?" + std::to_string(status);
+  LSTATUS status;
+};
+
+std::string Query(const char* path, const char* name, LONG room = 256) {
+  return Key(path).Query(name, room);
 }
 
 LSTATUS Set(const char* path, const char* name, const std::string& text) {
-  HKEY key = nullptr;
-  const LSTATUS status =
-      RegCreateKeyExA(HKEY_CURRENT_USER, path, 0, nullptr, REG_OPTION_NON_VOLATILE, KEY_WRITE,
-                      nullptr, &key, nullptr);
-  if (status != ERROR_SUCCESS) return status;
-  const LSTATUS done = RegSetValueA(key, name, REG_SZ, text.c_str(), 0);
-  RegCloseKey(key);
-  return done;
+  const Key key(path);
+  if (key.status != ERROR_SUCCESS) return key.status;
+  return RegSetValueA(key.key, name, REG_SZ, text.c_str(), 0);
 }
 
 TEST_F(Registry, keeps_texts_in_a_readable_file) {
   EXPECT_EQ(Set("A\\B", "Border=Color", "Y 1 2 3"), ERROR_SUCCESS);
   EXPECT_EQ(Set("A\\B", "File", " C:\\100% caf\xe9.pdf\n"), ERROR_SUCCESS);
   EXPECT_EQ(Set("A", "Empty", ""), ERROR_SUCCESS);
-  EXPECT_EQ(Content(),
+  std::ifstream stream(file, std::ios::binary);
+  EXPECT_EQ(std::string(std::istreambuf_iterator<char>(stream), {}),
             "# Settings of Quillon Forms. The program writes this file anew.\n"
             "\n[A]\nEmpty=\n"
             "\n[A\\B]\nBorder%3DColor=Y 1 2 3\nFile=%20C:\\100%25 caf%E9.pdf%0A\n");
@@ -83,15 +85,9 @@ TEST_F(Registry, keeps_texts_in_a_readable_file) {
 
 TEST_F(Registry, sees_what_others_write) {
   Set("A", "Mine", "1");
-  HKEY key = nullptr;
-  RegCreateKeyExA(HKEY_CURRENT_USER, "A", 0, nullptr, 0, KEY_READ, nullptr, &key, nullptr);
+  const Key key("A");
   Write("[A]\r\nmine = 2 \r\nYours=3\r\nYours=4");
-  char text[8];
-  LONG size = sizeof text;
-  EXPECT_EQ(RegQueryValueA(key, "Mine", text, &size), ERROR_SUCCESS);
-  EXPECT_STREQ(text, "2");
-  EXPECT_EQ(size, 2);
-  RegCloseKey(key);
+  EXPECT_EQ(key.Query("Mine"), "2");
   Set("A", "Third", "5");
   EXPECT_EQ(Query("A", "Yours"), "4") << "the last one counts, and stays";
 }
@@ -114,10 +110,8 @@ TEST_F(Registry, loses_nothing_when_two_programs_write) {
     waitpid(child, &status, 0);
     EXPECT_EQ(status, 0);
   }
-  const auto settings = LoadRegistry();
-  ASSERT_TRUE(settings);
-  EXPECT_EQ(settings->size(), 2u * kEach);
-  EXPECT_EQ(std::distance(fs::directory_iterator(File().parent_path()), {}), 1)
+  EXPECT_EQ(LoadRegistry().value().size(), 2u * kEach);
+  EXPECT_EQ(std::distance(fs::directory_iterator(file.parent_path()), {}), 1)
       << "an unfinished file was left";
 }
 
@@ -131,18 +125,16 @@ TEST_F(Registry, survives_files_that_make_no_sense) {
   EXPECT_EQ(Query("A", "H"), "%zzA");
   EXPECT_EQ(Query("A", "I"), "a");
   EXPECT_EQ(Query("A", "J"), "");
-  const auto settings = LoadRegistry();
-  ASSERT_TRUE(settings);
-  EXPECT_EQ(settings->size(), 5u);
+  EXPECT_EQ(LoadRegistry().value().size(), 5u);
 }
 
 TEST_F(Registry, leaves_alone_what_is_not_its_own) {
   Write(std::string(kMostRegistryBytes + 1, 'x'));
   EXPECT_EQ(Query("A", "B"), "?5");
   EXPECT_EQ(Set("A", "B", "1"), ERROR_ACCESS_DENIED);
-  EXPECT_EQ(fs::file_size(File()), kMostRegistryBytes + 1);
-  fs::remove(File());
-  ASSERT_EQ(mkfifo(File().c_str(), 0600), 0);
+  EXPECT_EQ(fs::file_size(file), kMostRegistryBytes + 1);
+  fs::remove(file);
+  ASSERT_EQ(mkfifo(file.c_str(), 0600), 0);
   EXPECT_EQ(Query("A", "B"), "?5") << "and waits for nobody";
 }
 

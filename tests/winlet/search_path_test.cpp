@@ -1,35 +1,31 @@
 #include <gtest/gtest.h>
 
 #include <cstdlib>
-#include <filesystem>
 #include <fstream>
 #include <string>
 
+#include "tests/support/temporary_folder.h"
 #include "winlet/winlet.h"
 
 namespace {
 
 struct SearchPath : testing::Test {
-  SearchPath() : folder((std::filesystem::temp_directory_path() / "search-XXXXXX").string()) {
-    EXPECT_NE(mkdtemp(folder.data()), nullptr);
-    std::ofstream(folder + "/data.fdf") << "x";
-    setenv("PATH", ("/nowhere:" + folder).c_str(), 1);
+  SearchPath() {
+    std::ofstream(file) << "x";
+    setenv("PATH", ("/nowhere:" + folder.path.string()).c_str(), 1);
   }
-  ~SearchPath() override {
-    setenv("PATH", before.c_str(), 1);
-    std::filesystem::remove_all(folder);
-  }
+  ~SearchPath() override { setenv("PATH", before.c_str(), 1); }
 
   std::string before = std::getenv("PATH");
-  std::string folder;
+  quillon::test::TemporaryFolder folder;
+  std::string file = folder.File("data.fdf");
 };
 
 TEST_F(SearchPath, finds_a_file_in_the_folders_of_PATH) {
   char found[300] = "";
   char* name = nullptr;
-  const std::string expected = folder + "/data.fdf";
-  EXPECT_EQ(SearchPathA(nullptr, "data.fdf", nullptr, sizeof found, found, &name), expected.size());
-  EXPECT_EQ(found, expected);
+  EXPECT_EQ(SearchPathA(nullptr, "data.fdf", nullptr, sizeof found, found, &name), file.size());
+  EXPECT_EQ(found, file);
   EXPECT_STREQ(name, "data.fdf");
 }
 

@@ -1,5 +1,5 @@
-// What the tests of appearances share: the plug-in in a host, documents around one object, and
-// hosts that fail.
+// What the tests of appearances share: the plug-in in a host, documents with widgets, and hosts
+// that fail.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -9,32 +9,45 @@
 #include <string>
 #include <vector>
 
-#include "plugin/host/host.h"
+#include "plugin/appearance/text_appearance.h"
+#include "tests/support/form_pdf.h"
 #include "tests/support/test_host.h"
 
 namespace quillform {
 
-struct TestStream {
-  std::string entries;
-  std::string data;
-};
-
-// Starts with an empty document.
+// Starts with an empty form.
 struct AppearanceHost : testing::Test {
   AppearanceHost();
 
-  // The object of that text in a new document, whose objects 1, 2, ... are the streams.
-  ObjectHandle Open(const std::string& objectText, const std::vector<TestStream>& streams = {});
-
-  // A new document with a form of these entries; `fields` are the dictionaries in its Fields.
+  // A new document whose form has these entries only.
   void OpenForm(const std::string& entries, const std::vector<std::string>& fields = {});
+  void OpenFields(const std::vector<std::string>& fields,
+                  const quillon::test::FormPdfParts& parts = {});
+
+  // The only widget of a new document. `entries` are further ones of its dictionary.
+  AnnotHandle OpenWidget(const std::string& type, const std::string& entries,
+                         const std::string& rect = "[100 700 300 720]",
+                         const quillon::test::FormPdfParts& parts = {});
+
+  AnnotHandle Widget(std::uint32_t index);
   ObjectHandle Form();
-  ObjectHandle Field(std::uint32_t index);
+
+  // A value for the document opened last.
+  ObjectHandle Text(const std::string& bytes);
+
+  // An object for FormPdfParts::objects.
+  static std::string StreamObject(const std::string& entries, const std::string& data);
+
+  // An entry of the widget's dictionary as text.
+  static std::string Entry(AnnotHandle annot, Atom key);
 
   quillon::test::TestHost host;
   DocHandle doc;  // opened last
   ObjectDoc objects;
 };
+
+// What the widget's normal appearance draws; "none" without one.
+std::string ContentOf(AnnotHandle annot);
 
 // While it lives, an operation of the host raises kErrorGeneral.
 struct FailingSlot {
@@ -52,16 +65,6 @@ struct FailingSlot {
   FailingSlot& operator=(const FailingSlot&) = delete;
 
   std::function<void()> restore;
-};
-
-// While it lives, notes the announcements of changed annotations.
-struct ChangeLog {
-  ChangeLog();
-  ~ChangeLog();
-  ChangeLog(const ChangeLog&) = delete;
-  ChangeLog& operator=(const ChangeLog&) = delete;
-
-  const std::string& Text() const;
 };
 
 }  // namespace quillform

@@ -3,8 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "plugin/appearance/fixed_math.h"
-#include "plugin/model/keys.h"
-#include "tests/plugin/appearance/widget_host.h"
+#include "tests/plugin/appearance/appearance_host.h"
 
 namespace quillform {
 namespace {
@@ -13,7 +12,7 @@ constexpr Fixed kOne = kFixedOne;
 constexpr ColourRec kWhite{1, kOne, kOne, kOne, 0};
 constexpr ColourRec kRed{1, kOne, 0, 0, 0};
 
-struct BorderTest : WidgetHost {
+struct BorderTest : AppearanceHost {
   ContentWriter writer = NewContentWriter({0, 20 * kOne, 100 * kOne, 0}, 0);
 
   std::string Drawn(std::int32_t style, const ColourRec& border, const ColourRec& background,
@@ -51,29 +50,6 @@ TEST_F(BorderTest, StylesAreReadFromBSThenBorderThenTheDefault) {
     EXPECT_EQ(ReadBorderStyle(OpenWidget("Tx", one.entries), &read), one.shown) << one.entries;
     EXPECT_TRUE(BordersEqual(read, one.style)) << one.entries;
   }
-}
-
-TEST_F(BorderTest, WrittenBordersAreAnnouncedWhenTheyDiffer) {
-  const AnnotHandle annot = OpenWidget("Tx", "/Border [0 0 4]");
-  const BorderStyle dashed{kBorderDashed, 2, 1, {3 * kOne}};
-  const ChangeLog log;
-  WriteBorderStyle(annot, &dashed);
-  WriteBorderStyle(annot, &dashed);
-  EXPECT_EQ(log.Text(), "will Border; did Border 0; will BS; did BS 0; ");
-  EXPECT_EQ(Entry(annot, key::Border), "null");
-  EXPECT_EQ(Entry(annot, key::BS), "<< /D [3] /S /D /W 2 >>");
-  WriteBorderStyle(annot, &kDefaultBorder);
-  EXPECT_EQ(Entry(annot, key::BS), "null");
-}
-
-TEST_F(BorderTest, ColoursAreWrittenWhereTheyDifferAndFit) {
-  const AnnotHandle annot = OpenWidget("Tx", "");
-  WriteWidgetColours(annot, {2, 0, kOne, 0, kOne / 2}, kNoColour);
-  EXPECT_EQ(Entry(annot, key::MK), "<< /BC [0 1 0 0.5] >>");
-  WriteWidgetColours(annot, {1, 0, kOne + 1, 0, 0}, kWhite);  // the first is out of range
-  EXPECT_EQ(Entry(annot, key::MK), "<< /BC [0 1 0 0.5] /BG [1 1 1] >>");
-  WriteWidgetColours(annot, kNoColour, kWhite);
-  EXPECT_EQ(Entry(annot, key::MK), "<< /BG [1 1 1] >>");
 }
 
 TEST_F(BorderTest, PlainBordersFillThenStrokeAlongTheirMiddle) {

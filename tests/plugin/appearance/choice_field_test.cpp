@@ -2,13 +2,11 @@
 
 #include <gtest/gtest.h>
 
-#include "plugin/appearance/form_stream.h"
 #include "plugin/host/win32.h"
 #include "plugin/model/field_tree.h"
 #include "plugin/model/field_values.h"
 #include "plugin/model/keys.h"
-#include "tests/plugin/appearance/show_object.h"
-#include "tests/plugin/appearance/widget_host.h"
+#include "tests/plugin/appearance/appearance_host.h"
 
 namespace quillform {
 namespace {
@@ -18,10 +16,10 @@ constexpr const char* kLook = "/DA (/Helv 12 Tf 1 0 0 rg) ";
 constexpr const char* kFourRows = "[100 700 200 750]";
 constexpr const char* kTen = "/Opt [(o0) (o1) (o2) (o3) (o4) (o5) (o6) (o7) (o8) (o9)] ";
 
-struct ChoiceFieldTest : WidgetHost {
+struct ChoiceFieldTest : AppearanceHost {
   AnnotHandle OpenList(const std::string& entries, const quillon::test::FormPdfParts& parts = {}) {
     const AnnotHandle annot = OpenWidget("Ch", kLook + entries, kFourRows, parts);
-    EXPECT_EQ(CodeOf([&] { BuildListAppearance(annot); }), 0);
+    EXPECT_EQ(CatchFailure([&] { BuildListAppearance(annot); }), 0);
     return annot;
   }
 

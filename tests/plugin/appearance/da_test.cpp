@@ -6,8 +6,8 @@
 #include "plugin/host/form_events.h"
 #include "plugin/model/field_tree.h"
 #include "plugin/model/keys.h"
+#include "tests/plugin/appearance/appearance_host.h"
 #include "tests/plugin/appearance/show_object.h"
-#include "tests/plugin/appearance/widget_host.h"
 
 namespace quillform {
 namespace {
@@ -15,7 +15,7 @@ namespace {
 constexpr Fixed kOne = kFixedOne;
 constexpr Fixed kHalf = kFixedOne / 2;
 
-struct DATest : WidgetHost {
+struct DATest : AppearanceHost {
   TextAppearance Parsed(const std::string& text) {
     TextAppearance look;
     EXPECT_EQ(ParseDAText(text, &look), DAResult::kParsed) << text;
@@ -48,7 +48,7 @@ TEST_F(DATest, MalformedTextsGiveTheEmptyRecord) {
   for (const char* text : {"/Helv 10 Tf 0 0 g", "/Helv 10 Tf g", "/Helv 10 Tf 0 0 0 0 0",
                            "/Helv 10 Tf 0 re", "/Helv 10 Tf R", "/Helv 10 Tf 0 0 0 Rg"}) {
     TextAppearance look;
-    EXPECT_EQ(CodeOf([&] { ParseDA(Text(text), &look); }), quillon::kErrorBadObject) << text;
+    EXPECT_EQ(CatchFailure([&] { ParseDA(Text(text), &look); }), quillon::kErrorBadObject) << text;
     EXPECT_TRUE(TextAppearancesEqual(look, NoTextAppearance())) << text;
   }
 }
@@ -97,15 +97,7 @@ TEST_F(DATest, WritesOnlyWhatDiffersFromTheUsual) {
   EXPECT_EQ(Written(look), "/F1 0 Tf 2 Tr 1 0 0.5 RG 0 g ");
 }
 
-TEST_F(DATest, InvalidRecordsAndEndlessTextsAreRefused) {
-  for (const auto spoil : {+[](TextAppearance& look) { look.quadding = 3; },
-                           +[](TextAppearance& look) { look.renderMode = 4; },
-                           +[](TextAppearance& look) { look.baseFont = kNoAtom; },
-                           +[](TextAppearance& look) { look.fontSize = -1; }}) {
-    TextAppearance look = DefaultTextAppearance();
-    spoil(look);
-    EXPECT_EQ(Written(look), "refused");
-  }
+TEST_F(DATest, EndlessTextsAreRefused) {
   TextAppearance look = DefaultTextAppearance();
   look.fontResource = Core->AtomFromName(std::string(65500, 'F').c_str());
   GrowingText text{{}, kFormDACapacity};
@@ -119,44 +111,12 @@ TEST_F(DATest, FieldInheritsItsLookAndNeedsFontResources) {
   // The parent is no member of Fields here; what counts is the inheritance.
   AnnotHandle annot = OpenWidget("Tx", "/Parent 11 0 R /DA (/TiRo 9 Tf 0 0 1 rg)", "[0 0 100 20]",
                                  {.objects = {"<< /T (above) /Kids [10 0 R] /Q 1 >>"}});
-  ASSERT_EQ(CodeOf([&] { FieldTextAppearance(FieldNodeOfWidget(annot), &look); }), 0);
+  ASSERT_EQ(CatchFailure([&] { FieldTextAppearance(FieldNodeOfWidget(annot), &look); }), 0);
   EXPECT_EQ(look.baseFont, key::TimesRoman);
   EXPECT_EQ(look.quadding, 1);
   annot = OpenWidget("Tx", "", "[0 0 100 20]", {.defaultResources = "/DR << >>"});
-  EXPECT_EQ(CodeOf([&] { FieldTextAppearance(FieldNodeOfWidget(annot), &look); }),
+  EXPECT_EQ(CatchFailure([&] { FieldTextAppearance(FieldNodeOfWidget(annot), &look); }),
             quillon::kErrorBadStructure);
-}
-
-TEST_F(DATest, SettingAFieldsLookWritesItsOwnEntriesAndRedraws) {
-  const AnnotHandle annot = OpenWidget("Tx", "/V (Hello) /MK << >>");
-  const FieldNode node = FieldNodeOfWidget(annot);
-  TextAppearance look;
-  FieldTextAppearance(node, &look);
-  look.baseFont = key::CourierBold;
-  look.fontSize = 9 * kOne;
-  look.quadding = 2;
-  look.fillColour = {1, kOne, 0, 0, 0};
-  ASSERT_EQ(CodeOf([&] { SetFieldTextAppearance(node, &look); }), 0);
-  EXPECT_EQ(Entry(annot, key::DA), "(/CoBo 9 Tf 1 0 0 rg)");
-  EXPECT_EQ(Entry(annot, key::Q), "2");
-  EXPECT_NE(ContentOf(annot).find("BT /CoBo 9 Tf 1 0 0 rg"), std::string::npos);
-  ASSERT_EQ(CodeOf([&] { SetFieldTextAppearance(node, nullptr); }), 0);
-  EXPECT_EQ(Entry(annot, key::DA), "null");
-  EXPECT_EQ(Entry(annot, key::Q), "null");
-}
-
-TEST_F(DATest, OnlyALookThatTheFieldInheritsNeedsNoEntry) {
-  AnnotHandle annot = OpenWidget("Tx", "/DA (/TiRo 9 Tf 0 g)");
-  TextAppearance look;
-  FormTextAppearance(Form(), &look);
-  ASSERT_EQ(CodeOf([&] { SetFieldTextAppearance(FieldNodeOfWidget(annot), &look); }), 0);
-  EXPECT_EQ(Entry(annot, key::DA), "null");
-
-  annot = OpenWidget("Tx", "/DA (/TiRo 9 Tf 0 g)", "[0 0 100 20]", {.defaultAppearance = ""});
-  FieldTextAppearance(FieldNodeOfWidget(annot), &look);
-  look.fontSize = 11 * kOne;
-  ASSERT_EQ(CodeOf([&] { SetFieldTextAppearance(FieldNodeOfWidget(annot), &look); }), 0);
-  EXPECT_EQ(Entry(annot, key::DA), "(/TiRo 11 Tf 0 g)");
 }
 
 std::vector<std::uint32_t> announced;
@@ -170,12 +130,7 @@ TEST_F(DATest, FormDefaultsAnnounceWhatChanged) {
   SetDefaultFormAppearance(Form());
   EXPECT_EQ(ShowObject(Objects->DictGet(Form(), key::DA)), "(/Helv 0 Tf 0 g )");
   SetDefaultFormAppearance(Form());
-  TextAppearance look = DefaultTextAppearance();
-  look.quadding = 1;
-  SetFormTextAppearance(Form(), look);
-  EXPECT_EQ(announced, (std::vector<std::uint32_t>{kBitDA | kBitDR, kBitQ}));
-  look.baseFont = Core->AtomFromName("Arial");
-  EXPECT_EQ(CodeOf([&] { SetFormTextAppearance(Form(), look); }), quillon::kErrorBadParameter);
+  EXPECT_EQ(announced, (std::vector<std::uint32_t>{kBitDA | kBitDR}));
 }
 
 }  // namespace

@@ -48,18 +48,12 @@ TEST_F(FontMetricsTest, CacheTellsSizesAndFontsApartAndOutlivesItsCapacity) {
 }
 
 struct FontResourcesTest : AppearanceHost {
-  FieldNode Node(std::uint32_t index) { return FieldNodeOf(Field(index)); }
+  ObjectHandle Field() { return Objects->ArrayGet(Objects->DictGet(Form(), key::Fields), 0); }
+  FieldNode Node() { return FieldNodeOf(Field()); }
   ObjectHandle FontsIn(ObjectHandle holder) {
     return Objects->DictGet(Objects->DictGet(holder, key::DR), key::Font);
   }
 };
-
-TEST_F(FontResourcesTest, FontIsKeyedByItsNameElseByItsShortName) {
-  EXPECT_EQ(FontKeyOf(Open("<< /BaseFont /Helvetica /Name /F1 >>")), Core->AtomFromName("F1"));
-  EXPECT_EQ(FontKeyOf(Open("<< /BaseFont /Helvetica >>")), key::Helv);
-  EXPECT_EQ(FontKeyOf(Open("<< /BaseFont /Arial /Name (x) >>")), Core->AtomFromName("Arial"));
-  EXPECT_EQ(BaseFontOf(Open("[/BaseFont]")), kNoAtom);
-}
 
 TEST_F(FontResourcesTest, NewTextFontsShareTheDocumentEncoding) {
   OpenForm("");
@@ -70,8 +64,6 @@ TEST_F(FontResourcesTest, NewTextFontsShareTheDocumentEncoding) {
   AddFontToFormResources(Form(), courier);
   const ObjectHandle times = FindOrMakeFontDict(doc, key::TimesBold);
   EXPECT_TRUE(Objects->Equal(Objects->DictGet(times, key::Encoding), encoding));
-  EXPECT_EQ(ShowObject(FindOrMakeFontDict(doc, key::Symbol)),
-            "<< /BaseFont /Symbol /Name /Symb /Subtype /Type1 /Type /Font >>");
 }
 
 // Each code's glyph in PDFDocEncoding where it differs from the standard encoding is told by the
@@ -128,20 +120,20 @@ TEST_F(FontResourcesTest, FontThatNoResourcesKeepIsMadeOncePerDocument) {
 TEST_F(FontResourcesTest, FieldUsesInheritedResourcesAndKeepsFontsThatAreThere) {
   OpenForm("/DR << /Font << /Helv << /BaseFont /Arial >> >> >>", {"<< /T (a) /FT /Tx >>"});
   const ObjectHandle courier = FindOrMakeFontDict(doc, key::Courier);
-  EXPECT_EQ(AddFontToFieldResources(Node(0), courier), key::Cour);
+  EXPECT_EQ(AddFontToFieldResources(Node(), courier), key::Cour);
   EXPECT_TRUE(Objects->Equal(Objects->DictGet(FontsIn(Form()), key::Cour), courier));
-  EXPECT_FALSE(Objects->DictKnown(Field(0), key::DR));
-  EXPECT_EQ(AddFontToFieldResources(Node(0), FindOrMakeFontDict(doc, key::Helvetica)), key::Helv);
+  EXPECT_FALSE(Objects->DictKnown(Field(), key::DR));
+  EXPECT_EQ(AddFontToFieldResources(Node(), FindOrMakeFontDict(doc, key::Helvetica)), key::Helv);
   EXPECT_EQ(BaseFontOf(Objects->DictGet(FontsIn(Form()), key::Helv)), Core->AtomFromName("Arial"));
 }
 
 TEST_F(FontResourcesTest, ResourceNameLeadsToABaseFontInOneWayOrAnother) {
   OpenForm("/DR << /Font << /F1 << /BaseFont /Courier-Bold >> >> >>", {"<< /T (a) /FT /Tx >>"});
   const Atom lost = Core->AtomFromName("F9");
-  EXPECT_EQ(ResolveFieldFont(Node(0), Core->AtomFromName("F1")), key::CourierBold);
-  EXPECT_EQ(ResolveFieldFont(Node(0), key::TiRo), key::TimesRoman);
+  EXPECT_EQ(ResolveFieldFont(Node(), Core->AtomFromName("F1")), key::CourierBold);
+  EXPECT_EQ(ResolveFieldFont(Node(), key::TiRo), key::TimesRoman);
   EXPECT_EQ(BaseFontOf(Objects->DictGet(FontsIn(Form()), key::TiRo)), key::TimesRoman);
-  EXPECT_EQ(ResolveFieldFont(Node(0), lost), key::Helvetica);
+  EXPECT_EQ(ResolveFieldFont(Node(), lost), key::Helvetica);
   const ObjectHandle standIn = Objects->DictGet(FontsIn(Form()), lost);
   EXPECT_EQ(BaseFontOf(standIn), key::Helvetica);
   EXPECT_EQ(FontKeyOf(standIn), lost);

@@ -12,6 +12,7 @@ namespace quillform {
 namespace {
 
 constexpr Fixed kOne = kFixedOne;
+constexpr const char* kResources = "<< /Font << /Helv << /BaseFont /Helvetica >> >> >>";
 constexpr const char* kSection = "q (new) Tj Q EMC";
 
 struct MergeTest : AppearanceHost {
@@ -33,8 +34,10 @@ struct MergeTest : AppearanceHost {
   }
 
   ObjectHandle OldStream(const std::string& content, const std::string& entries = "") {
-    return Objects->DictGet(Open("<< /Old 1 0 R >>", {{entries, content}}),
-                            Core->AtomFromName("Old"));
+    return AppearanceOf(OpenWidget("Tx", "/AP << /N 11 0 R >>", "[0 0 9 9]",
+                                   {.defaultResources = std::string("/DR ") + kResources,
+                                    .objects = {StreamObject(entries, content)}}),
+                        key::N, kNoAtom);
   }
 
   // The merged content, "null" for no stream.
@@ -102,29 +105,16 @@ TEST_F(MergeTest, OperatorsMayLieAcrossTheBlocksInWhichTheHostReads) {
   }
 }
 
-TEST_F(MergeTest, EmptyWriterEmptiesTheSection) {
-  ContentWriter writer = NewContentWriter({0, 20 * kOne, 100 * kOne, 0}, 0);
-  const ObjectHandle stream =
-      MergeMarkedContent(OldStream("1 g f /Tx BMC (old) Tj EMC Q"), writer, look, kNullObject);
-  EXPECT_EQ(StreamText(stream), "1 g f /Tx BMC EMC\n Q");
-}
-
-TEST_F(MergeTest, KeepsTheFilterOfTheOldStream) {
+TEST_F(MergeTest, KeepsTheFilterOfTheOldStreamInTheBoxOfTheNewOne) {
   const std::string hex =
       "2F547820424D4320286F6C642920546A20454D43205120512051>";  // ASCIIHexDecode
-  ContentWriter writer = Writer();
+  ContentWriter writer = Writer(90);
   const ObjectHandle kept =
       MergeMarkedContent(OldStream(hex, "/Filter [/ASCIIHexDecode]"), writer, look, kNullObject);
   EXPECT_EQ(ShowObject(Objects->DictGet(kept, key::Filter)), "[/ASCIIHexDecode]");
+  EXPECT_EQ(ShowObject(Objects->DictGet(kept, key::BBox)), "[0 0 20 100]");
+  EXPECT_EQ(ShowObject(Objects->DictGet(kept, key::Matrix)), "[0 1 -1 0 100 0]");
   EXPECT_EQ(StreamText(kept), std::string("/Tx BMC ") + kSection + "\n Q Q Q");
-}
-
-TEST_F(MergeTest, HasTheBoxAndMatrixOfANewAppearance) {
-  ContentWriter writer = Writer(90);
-  const ObjectHandle merged =
-      MergeMarkedContent(OldStream("/Tx BMC (old) Tj EMC Q"), writer, look, kNullObject);
-  EXPECT_EQ(ShowObject(Objects->DictGet(merged, key::BBox)), "[0 0 20 100]");
-  EXPECT_EQ(ShowObject(Objects->DictGet(merged, key::Matrix)), "[0 1 -1 0 100 0]");
 }
 
 TEST_F(MergeTest, TakesTheOldResourcesOverAndAddsTheFontThatTheyLack) {
@@ -138,21 +128,16 @@ TEST_F(MergeTest, TakesTheOldResourcesOverAndAddsTheFontThatTheyLack) {
        "/Helv << /BaseFont /Helvetica >> >> >>"},
       {"<< /Font << /Helv << /BaseFont /Arial >> >> >>",
        "<< /Font << /Helv << /BaseFont /Arial >> >> >>"},
-      {"null", "<< /Font << /Helv << /BaseFont /Helvetica >> >> >>"},
+      {"null", kResources},
   };
   for (const auto& one : cases) {
-    const ObjectHandle holder = Open(
-        "<< /Old 1 0 R /DR << /Font << /Helv << /BaseFont /Helvetica >> "
-        ">> >> >>",
-        {{std::string("/Resources ") + one.resources, content}});
-    const ObjectHandle old = Objects->DictGet(holder, Core->AtomFromName("Old"));
+    const ObjectHandle old = OldStream(content, std::string("/Resources ") + one.resources);
+    const ObjectHandle usual = Objects->DictGet(Form(), key::DR);
     ContentWriter writer = Writer();
-    const ObjectHandle stream =
-        MergeMarkedContent(old, writer, look, Objects->DictGet(holder, key::DR));
+    const ObjectHandle stream = MergeMarkedContent(old, writer, look, usual);
     EXPECT_EQ(ShowObject(Objects->DictGet(stream, key::Resources)), one.expected);
     EXPECT_TRUE(IsNull(Objects->DictGet(old, key::Resources)));
-    EXPECT_EQ(ShowObject(Objects->DictGet(holder, key::DR)),
-              "<< /Font << /Helv << /BaseFont /Helvetica >> >> >>");
+    EXPECT_EQ(ShowObject(usual), kResources);
   }
 }
 

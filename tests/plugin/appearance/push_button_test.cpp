@@ -3,11 +3,9 @@
 #include <gtest/gtest.h>
 
 #include "plugin/appearance/form_stream.h"
-#include "plugin/model/field_tree.h"
-#include "plugin/model/field_values.h"
 #include "plugin/model/keys.h"
+#include "tests/plugin/appearance/appearance_host.h"
 #include "tests/plugin/appearance/show_object.h"
-#include "tests/plugin/appearance/widget_host.h"
 
 namespace quillform {
 namespace {
@@ -16,7 +14,7 @@ namespace {
 constexpr const char* kButton = "[100 700 200 730]";
 constexpr const char* kClip = "q 1 1 98 28 re W n ";
 
-struct PushButtonTest : WidgetHost {
+struct PushButtonTest : AppearanceHost {
   // Objects 11 and 12 are icons, 50 by 50 at (0, 0) and 20 by 10 at (5, 2).
   AnnotHandle OpenBuilt(const std::string& mk, const std::string& entries = "") {
     const AnnotHandle annot =
@@ -24,7 +22,7 @@ struct PushButtonTest : WidgetHost {
                    {.objects = {StreamObject("/BBox [0 0 50 50]", "0 0 50 50 re f"),
                                 StreamObject("/BBox [5 2 25 12]", "5 2 20 10 re f"),
                                 StreamObject("/BBox [0 0 0 9]", "no width")}});
-    EXPECT_EQ(CodeOf([&] { RefreshButtonWidget(annot, true); }), 0);
+    EXPECT_EQ(CatchFailure([&] { RefreshButtonWidget(annot, true); }), 0);
     return annot;
   }
 

@@ -4,10 +4,9 @@
 
 #include "plugin/appearance/form_stream.h"
 #include "plugin/model/field_tree.h"
-#include "plugin/model/field_values.h"
 #include "plugin/model/keys.h"
+#include "tests/plugin/appearance/appearance_host.h"
 #include "tests/plugin/appearance/show_object.h"
-#include "tests/plugin/appearance/widget_host.h"
 
 namespace quillform {
 namespace {
@@ -17,9 +16,9 @@ constexpr const char* kFramed = "/DA (/Helv 12 Tf 0 g) /MK << /BG [1] /BC [0] >>
 constexpr const char* kFrame = "1 g 0 0 200 20 re f 0 G 1 w 0.5 0.5 199 19 re s";
 constexpr const char* kHello = "BT /Helv 12 Tf 0 g  1 0 0 1 1 5.548 Tm (Hello) Tj ET";
 
-struct TextFieldTest : WidgetHost {
+struct TextFieldTest : AppearanceHost {
   std::string Built(AnnotHandle annot, ObjectHandle value) {
-    EXPECT_EQ(CodeOf([&] { BuildTextAppearance(annot, value); }), 0);
+    EXPECT_EQ(CatchFailure([&] { BuildTextAppearance(annot, value); }), 0);
     return ContentOf(annot);
   }
 
@@ -50,7 +49,7 @@ TEST_F(TextFieldTest, AnAppearanceThatStaysKeepsItsResources) {
   const ObjectHandle old = AppearanceOf(annot, key::N, kNoAtom);
   {
     const FailingSlot failing(&Document->AnnotWillChange);
-    EXPECT_NE(CodeOf([&] { BuildTextAppearance(annot, Text("new")); }), 0U);
+    EXPECT_NE(CatchFailure([&] { BuildTextAppearance(annot, Text("new")); }), 0U);
   }
   EXPECT_TRUE(Objects->Equal(AppearanceOf(annot, key::N, kNoAtom), old));
   EXPECT_NE(EntryOfStream(annot, key::Resources).find("/ProcSet"), std::string::npos);
@@ -121,7 +120,8 @@ TEST_F(TextFieldTest, AnEmptyValueWithoutFrameAndAppearanceLeavesNone) {
 
 TEST_F(TextFieldTest, AFailedBuildLeavesTheOldAppearance) {
   const AnnotHandle annot = OpenDrawn("q old Q", "/DA (/Helv 12 Tf 0 0 g) ");
-  EXPECT_EQ(CodeOf([&] { BuildTextAppearance(annot, Text("Hello")); }), quillon::kErrorBadObject);
+  EXPECT_EQ(CatchFailure([&] { BuildTextAppearance(annot, Text("Hello")); }),
+            quillon::kErrorBadObject);
   EXPECT_EQ(ContentOf(annot), "q old Q");
 }
 

@@ -3,14 +3,14 @@
 #include <gtest/gtest.h>
 
 #include "plugin/model/keys.h"
-#include "tests/plugin/appearance/widget_host.h"
+#include "tests/plugin/appearance/appearance_host.h"
 
 namespace quillform {
 namespace {
 
 constexpr Fixed kOne = kFixedOne;
 
-struct TextLayoutTest : WidgetHost {
+struct TextLayoutTest : AppearanceHost {
   ContentWriter writer = Box(200, 20);
   TextAppearance look = Sized(12);
 

@@ -2,20 +2,17 @@
 
 #include <gtest/gtest.h>
 
-#include "plugin/model/field_kinds.h"
 #include "plugin/model/field_tree.h"
 #include "plugin/model/field_values.h"
 #include "plugin/model/keys.h"
-#include "tests/plugin/appearance/widget_host.h"
+#include "tests/plugin/appearance/appearance_host.h"
 
 namespace quillform {
 namespace {
 
 constexpr Fixed kOne = kFixedOne;
-constexpr const char* kOptions =
-    "/Opt [(plain) [(1) (one)] [(2) (two)]] /DV (2) /MK << >> /Ff 131072 ";
 
-struct WidgetLookTest : WidgetHost {
+struct WidgetLookTest : AppearanceHost {
   // As the kind's own routines read it.
   std::unique_ptr<WidgetLook> Read(AnnotHandle annot) {
     std::unique_ptr<WidgetLook> look = ReadWidgetLook(annot);
@@ -23,61 +20,11 @@ struct WidgetLookTest : WidgetHost {
     return look;
   }
 
-  FailureCode Apply(AnnotHandle annot, WidgetLook& look) {
-    return CodeOf([&] { ApplyWidgetLook(annot, look); });
-  }
-
   FailureCode ApplyFromDialog(AnnotHandle annot, WidgetLook& look) {
     FieldNodeOfWidget(annot)->status |= kNodeEdited;
-    return Apply(annot, look);
+    return CatchFailure([&] { ApplyWidgetLook(annot, look); });
   }
 };
-
-TEST_F(WidgetLookTest, TextFieldIsReadWhole) {
-  const AnnotHandle annot = OpenWidget(
-      "Tx",
-      "/V (value) /DV (default) /MaxLen 12 /Ff 4099 /Q 1 /DA (/TiRo 9 Tf 0 0 1 rg) /BS << /W 2 >> "
-      "/MK << /BC [0.5] /R 90 >>");
-  const std::unique_ptr<WidgetLook> look = Read(annot);
-  EXPECT_EQ(look->kind, key::Text);
-  EXPECT_EQ(look->name, "field");
-  EXPECT_EQ(look->baseFont, key::TimesRoman);
-  EXPECT_EQ(look->fontSize, 9 * kOne);
-  EXPECT_TRUE(ColoursEqual(look->textColour, {1, 0, 0, kOne, 0}));
-  EXPECT_TRUE(ColoursEqual(look->borderColour, {0, kOne / 2, 0, 0, 0}));
-  EXPECT_TRUE(ColoursEqual(look->background, kNoColour));
-  EXPECT_EQ(look->border.width, 2);
-  EXPECT_EQ(look->rotation, 90);
-  EXPECT_EQ(look->fieldFlags, 4099U);
-  EXPECT_EQ(look->annotFlags, 4U);
-  EXPECT_EQ(look->valueText, "value");
-  const TextPart& part = std::get<TextPart>(look->kindPart);
-  EXPECT_EQ(part.defaultText, "default");
-  EXPECT_TRUE(part.multiLine);
-  EXPECT_EQ(part.maxLen, 12);
-  EXPECT_EQ(part.quadding, 1);
-}
-
-TEST_F(WidgetLookTest, SizeIsShownAtTheHeightOfTheRectangle) {
-  const std::unique_ptr<WidgetLook> look =
-      Read(OpenWidget("Tx", "/DA (/Helv 12 Tf 0 g) /OH 30", "[0 0 80 40]"));
-  EXPECT_EQ(look->fontSize, 16 * kOne) << "a whole size stays one";
-  EXPECT_EQ(look->rect.top - look->rect.bottom, 30 * kOne);
-}
-
-TEST_F(WidgetLookTest, EditorsStoreTheValueAndNothingOfTheDialog) {
-  const AnnotHandle annot = OpenWidget("Tx", "/V (old) /MaxLen 8 /MK << >>");
-  const std::unique_ptr<WidgetLook> look = Read(annot);
-  look->valueText = "much too long";
-  std::get<TextPart>(look->kindPart).defaultText = "unwritten";
-  ASSERT_EQ(Apply(annot, *look), 0);
-  EXPECT_EQ(Entry(annot, key::V), "(much too)");
-  EXPECT_EQ(Entry(annot, key::DV), "null");
-  EXPECT_NE(ContentOf(annot).find("(much too) Tj"), std::string::npos);
-  look->valueText.clear();
-  ASSERT_EQ(Apply(annot, *look), 0);
-  EXPECT_EQ(Entry(annot, key::V), "null");
-}
 
 TEST_F(WidgetLookTest, TextThatWasShownAndNotChangedKeepsItsCharacters) {
   const AnnotHandle annot = OpenWidget("Tx", "/V <FEFF0416> /DV <FEFF0416> /MK << >>");
@@ -115,56 +62,6 @@ TEST_F(WidgetLookTest, DialogWritesLookLimitsAndDefault) {
   EXPECT_EQ(Entry(annot, key::MaxLen), "3");
   EXPECT_EQ(Entry(annot, key::DV), "(def)");
   EXPECT_EQ(Entry(annot, key::V), "(def)") << "a new default becomes the value";
-}
-
-TEST_F(WidgetLookTest, InheritedLimitsAreHiddenByZeroAndNeverRepeated) {
-  const auto open = [this](const std::string& own) {
-    return OpenFields({"/FT /Tx /T (a) /MaxLen 5 /Kids [11 0 R]",
-                       "/Subtype /Widget /Parent 10 0 R /T (b) /Rect [0 0 99 20] /F 4 " + own});
-  };
-  const struct {
-    const char* own;
-    std::int32_t limit;
-    const char* written;
-  } cases[] = {{"", 5, "null"}, {"", 0, "0"}, {"", 7, "7"}, {"/MaxLen 7", 0, "null"}};
-  for (const auto& one : cases) {
-    const AnnotHandle annot = open(one.own);
-    const std::unique_ptr<WidgetLook> look = Read(annot);
-    std::get<TextPart>(look->kindPart).maxLen = one.limit;
-    ASSERT_EQ(ApplyFromDialog(annot, *look), 0);
-    EXPECT_EQ(Entry(annot, key::MaxLen), one.written) << one.own << one.limit;
-  }
-}
-
-TEST_F(WidgetLookTest, EditedChoicesSelectByDisplayTextAndResetWhenEmpty) {
-  const AnnotHandle annot = OpenWidget("Ch", kOptions);
-  const std::unique_ptr<WidgetLook> look = Read(annot);
-  look->valueText = "one";
-  ASSERT_EQ(Apply(annot, *look), 0);
-  EXPECT_EQ(Entry(annot, key::V), "(1)");
-  look->valueText.clear();
-  ASSERT_EQ(Apply(annot, *look), 0);
-  EXPECT_EQ(Entry(annot, key::V), "(2)") << "the default";
-}
-
-TEST_F(WidgetLookTest, DialogWritesOptionsAndTheDefaultAmongThem) {
-  const AnnotHandle annot = OpenWidget("Ch", kOptions);
-  const std::unique_ptr<WidgetLook> look = Read(annot);
-  ComboPart& part = std::get<ComboPart>(look->kindPart);
-  EXPECT_EQ(part.defaultIndex, 2);
-  EXPECT_EQ(part.options.display, (std::vector<std::string>{"plain", "one", "two"}));
-  EXPECT_EQ(part.options.exported, (std::vector<std::string>{"plain", "1", "2"}));
-  part.options = {{"red", "green"}, {"r", ""}};
-  part.defaultIndex = 1;
-  part.editable = true;
-  ASSERT_EQ(ApplyFromDialog(annot, *look), 0);
-  EXPECT_EQ(Entry(annot, key::Opt), "[[(r) (red)] (green)]");
-  EXPECT_EQ(Entry(annot, key::DV), "(green)");
-  EXPECT_EQ(Entry(annot, key::V), "(green)");
-  EXPECT_EQ(Entry(annot, key::Ff), std::to_string(kFieldCombo | kFieldEditable));
-  part.defaultIndex = -1;
-  ASSERT_EQ(ApplyFromDialog(annot, *look), 0);
-  EXPECT_EQ(Entry(annot, key::DV), "null");
 }
 
 TEST_F(WidgetLookTest, OnStateIsTheMarkThenTheFirstStateThenOn) {

@@ -3,7 +3,6 @@
 #include <cstring>
 #include <filesystem>
 #include <fstream>
-#include <sstream>
 
 #include "plugin/exchange/fdf_apply.h"
 #include "plugin/exchange/fdf_reader.h"
@@ -53,12 +52,6 @@ std::string DataHost::Write(const char* name, const std::string& bytes) {
 
 bool DataHost::Exists(const std::string& file) { return std::filesystem::exists(file); }
 
-std::string DataHost::Read(const std::string& file) {
-  std::ostringstream bytes;
-  bytes << std::ifstream(file, std::ios::binary).rdbuf();
-  return bytes.str();
-}
-
 OwnedPath DataHost::PathOf(const std::string& file) {
   return OwnedPath(Support->PathFromPlatform(file.c_str()));
 }
@@ -80,6 +73,6 @@ std::string DataHost::Exported(bool exportCommand, bool includeEmpty, ObjectHand
   return ShowObject(Objects->DictGet(FdfDictOf(fdf.doc), key::Fields));
 }
 
-ObjectHandle DataHost::GetFieldValueOf(const char* name) { return GetFieldValue(Node(name)); }
+std::string DataHost::ValueOf(const char* name) { return ShowObject(GetFieldValue(Node(name))); }
 
 }  // namespace quillform

@@ -17,7 +17,6 @@ struct DataHost : ModelHost {
   // Writes a file into the test's folder and answers its path.
   std::string Write(const char* name, const std::string& bytes);
   bool Exists(const std::string& file);
-  std::string Read(const std::string& file);
 
   // The path of a file; released with the answer.
   OwnedPath PathOf(const std::string& file);
@@ -35,8 +34,7 @@ struct DataHost : ModelHost {
   std::string Exported(bool exportCommand, bool includeEmpty = false,
                        ObjectHandle list = quillon::kNullObject, bool inclusion = true);
 
-  std::string ValueOf(const char* name) { return ShowObject(GetFieldValueOf(name)); }
-  ObjectHandle GetFieldValueOf(const char* name);
+  std::string ValueOf(const char* name);
 
   quillon::test::TemporaryFolder folder;
   std::vector<std::string> messages;

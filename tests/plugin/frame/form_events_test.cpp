@@ -4,10 +4,8 @@
 
 #include <string>
 
-#include "plugin/host/form_event_list.h"
-#include "quillon/core/guard.h"
-#include "quillon/support/memory.h"
-#include "tests/plugin/frame/plug_in_life.h"
+#include "plugin/frame/plugin_main.h"
+#include "tests/support/test_host.h"
 
 namespace quillform {
 namespace {
@@ -48,25 +46,14 @@ void OnEvent(FormEventRecord*, void* clientData) {
 }
 
 struct FormEvents : testing::Test {
-  FormEvents() {
-    calls.clear();
-    EXPECT_TRUE(life.SetUp());
-    blocks = quillon::CountMemory().blocks;
-    EXPECT_TRUE(CreateFormEventLists());
-  }
-  ~FormEvents() override {
-    DestroyFormEventLists();
-    EXPECT_EQ(quillon::CountMemory().blocks, blocks);
-    EXPECT_EQ(quillon::OpenFrameCount(), 0u);
-  }
+  FormEvents() : host({&PlugInMain}) { calls.clear(); }
 
   FailureCode Announce(std::uint32_t event) {
     FormEventRecord record{};
     return CatchFailure([&] { FormEventAnnounce(event, &record); });
   }
 
-  PlugInLife life;
-  std::size_t blocks;
+  quillon::test::TestHost host;
 };
 
 TEST_F(FormEvents, identifiers_and_numbers_that_are_unknown_do_no_harm) {
@@ -113,18 +100,6 @@ TEST_F(FormEvents, positions_count_when_one_takes_itself_off) {
   Subscribe(c);
   EXPECT_EQ(Announce(6), 0);
   EXPECT_EQ(calls, "ac") << "b has moved up to a position that was already called";
-}
-
-TEST_F(FormEvents, a_full_list_refuses_or_lets_its_oldest_go) {
-  FormEventList list{{}, 2, 0, false};
-  AddRegistration(list, nullptr, nullptr, nullptr);
-  AddRegistration(list, nullptr, nullptr, nullptr);
-  EXPECT_EQ(CatchFailure([&] { AddRegistration(list, nullptr, nullptr, nullptr); }),
-            quillon::kErrorBadParameter);
-  list.replaceOldest = true;
-  EXPECT_EQ(AddRegistration(list, nullptr, nullptr, nullptr), 3u);
-  EXPECT_EQ(list.registrations.size(), 2u);
-  EXPECT_EQ(list.registrations.front()->identifier, 2u);
 }
 
 }  // namespace

@@ -6,15 +6,17 @@
 #include <fstream>
 #include <vector>
 
-#include "plugin/frame/initialise.h"
+#include "plugin/frame/plugin_main.h"
 #include "plugin/host/module_path.h"
-#include "tests/plugin/frame/plug_in_life.h"
+#include "quillon/core/host.h"
 #include "tests/plugin/host/settings_sandbox.h"
+#include "tests/support/test_host.h"
 
 namespace quillform {
 namespace {
 
 using Lines = std::vector<std::string>;
+using quillon::test::TestHost;
 
 // Where this program lies; the log stands beside it.
 std::filesystem::path LogFile() {
@@ -33,21 +35,18 @@ Lines LogLines() {
 struct Log : testing::Test {
   Log() {
     ClearSettings();
-    EXPECT_TRUE(life.SetUp());
-    EXPECT_TRUE(life.ShakeHands());
     std::filesystem::remove_all(LogFile());
   }
   ~Log() override { std::filesystem::remove_all(LogFile()); }
-
-  PlugInLife life;
 };
 
 TEST_F(Log, begins_anew_with_the_plug_in_and_ends_with_it) {
   StoreSettingText("General", "Debug", "Y");
   std::ofstream(LogFile()) << "of an earlier run\n";
-  ASSERT_TRUE(life.Initialise());
-  ASSERT_EQ(LogLines().size(), 1u);
-  life.Unload();
+  {
+    const TestHost host({&PlugInMain});
+    ASSERT_EQ(LogLines().size(), 1u);
+  }
   const Lines lines = LogLines();
   ASSERT_EQ(lines.size(), 2u);
   EXPECT_EQ(lines[0].rfind("*** Starting Log at ", 0), 0u) << lines[0];
@@ -57,25 +56,19 @@ TEST_F(Log, begins_anew_with_the_plug_in_and_ends_with_it) {
 
 TEST_F(Log, is_left_alone_when_nobody_asked_for_it) {
   StoreSettingText("General", "Debug", "N");
-  ASSERT_TRUE(life.Initialise());
-  // What was set later plays no part: no path was kept.
-  StoreSettingText("General", "Debug", "Y");
-  life.Unload();
+  {
+    const TestHost host({&PlugInMain});
+    // What is set later plays no part: no path was kept.
+    StoreSettingText("General", "Debug", "Y");
+  }
   EXPECT_FALSE(std::filesystem::exists(LogFile()));
 }
 
 TEST_F(Log, that_cannot_be_written_is_done_without) {
   StoreSettingText("General", "Debug", "Y");
   std::filesystem::create_directory(LogFile());
-  EXPECT_TRUE(life.Initialise());
-  life.Unload();
-  EXPECT_TRUE(std::filesystem::is_directory(LogFile()));
-}
-
-TEST(NowText, has_the_callers_format_while_it_fits) {
-  EXPECT_EQ(NowText("year %% only\n"), "year % only");
-  EXPECT_EQ(NowText(std::string(132, 'x').c_str()).size(), 132u);
-  EXPECT_EQ(NowText(std::string(133, 'x').c_str()), "") << "does not fit";
+  const TestHost host({&PlugInMain});
+  EXPECT_TRUE(quillon::PlugIns().front().initialised);
 }
 
 TEST(ModuleDirectoryPath, is_never_half_a_path) {

@@ -79,12 +79,4 @@ void StoreSettingText(const std::string& section, const std::string& name,
             ERROR_SUCCESS);
 }
 
-std::string StoredSettingText(const std::string& section, const std::string& name) {
-  const SectionKey sectionKey(section);
-  char text[1024] = "";
-  LONG size = sizeof text;
-  const bool found = RegQueryValueA(sectionKey.key, name.c_str(), text, &size) == ERROR_SUCCESS;
-  return found ? text : "";
-}
-
 }  // namespace quillform

@@ -10,8 +10,7 @@ namespace quillform {
 // No settings at all. Tests that depend on settings begin with it.
 void ClearSettings();
 
-// A setting as it is stored, past the code under test; empty when it is not there.
+// A setting as it is stored, past the code under test.
 void StoreSettingText(const std::string& section, const std::string& name, const std::string& text);
-std::string StoredSettingText(const std::string& section, const std::string& name);
 
 }  // namespace quillform

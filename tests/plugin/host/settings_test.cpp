@@ -4,34 +4,33 @@
 
 #include <string>
 
-#include "tests/plugin/frame/plug_in_life.h"
+#include "plugin/frame/plugin_main.h"
 #include "tests/plugin/host/settings_sandbox.h"
+#include "tests/support/test_host.h"
 
 namespace quillform {
 namespace {
 
-// The plug-in past its setup, without settings.
 struct Settings : testing::Test {
-  Settings() {
-    ClearSettings();
-    EXPECT_TRUE(life.SetUp());
-  }
+  Settings() : host({&PlugInMain}) { ClearSettings(); }
 
-  PlugInLife life;
+  quillon::test::TestHost host;
 };
 
 constexpr const char* kSection = "Field Things";
 
 TEST_F(Settings, are_texts_of_subkeys_in_the_documented_place) {
+  StoreSettingText(kSection, "URL-0", "http://a.example/b, c");
   const SettingsSection section(kSection);
-  SettingsWrite(section.store, "Border", kNotIndexed, "dd", {std::int16_t{3}, std::int16_t{-20}});
-  SettingsWrite(section.store, "URL", 0, "s", {"http://a.example/b, c"});
-  EXPECT_EQ(StoredSettingText(kSection, "Border"), "3 -20");
-  EXPECT_EQ(StoredSettingText(kSection, "URL-0"), "http://a.example/b, c");
-
   char url[10];
   ASSERT_TRUE(SettingsRead(section.store, "URL", 0, "s", {SettingText{url, sizeof url}}));
   EXPECT_STREQ(url, "http://a.");
+  SettingsWrite(section.store, "Border", kNotIndexed, "df", {std::int16_t{-20}, 0.25f});
+  std::int16_t width = 0;
+  float part = 0;
+  ASSERT_TRUE(SettingsRead(section.store, "BORDER", kNotIndexed, "df", {&width, &part}));
+  EXPECT_EQ(width, -20);
+  EXPECT_EQ(part, 0.25f);
 }
 
 TEST_F(Settings, that_are_missing_or_empty_or_too_long_leave_the_targets_alone) {
@@ -48,23 +47,6 @@ TEST_F(Settings, that_are_missing_or_empty_or_too_long_leave_the_targets_alone) 
   EXPECT_EQ(number, 2147483647);
 }
 
-TEST_F(Settings, of_another_section_are_others) {
-  SettingsStore* store = SettingsOpen();
-  ASSERT_NE(store, nullptr);
-  std::int32_t number = 0;
-  SettingsWrite(store, "Number", kNotIndexed, "l", {std::int32_t{1}});
-  EXPECT_FALSE(SettingsRead(store, "Number", kNotIndexed, "l", {&number})) << "no section yet";
-
-  SettingsSelectSection(store, "One");
-  SettingsWrite(store, "Number", kNotIndexed, "l", {std::int32_t{-70000}});
-  SettingsSelectSection(store, "Two");
-  EXPECT_FALSE(SettingsRead(store, "Number", kNotIndexed, "l", {&number}));
-  SettingsSelectSection(store, "one");
-  EXPECT_TRUE(SettingsRead(store, "NUMBER", kNotIndexed, "l", {&number})) << "case plays no part";
-  EXPECT_EQ(number, -70000);
-  SettingsClose(store);
-}
-
 TEST_F(Settings, of_the_start_have_the_defaults_of_nobody_asked) {
   EXPECT_FALSE(ReadDebugSetting());
   char code[kLanguageCodeSize] = "FRA";
@@ -77,25 +59,6 @@ TEST_F(Settings, of_the_start_have_the_defaults_of_nobody_asked) {
   EXPECT_TRUE(ReadDebugSetting());
   ReadLanguageSetting(code);
   EXPECT_STREQ(code, "DEU");
-}
-
-std::string FixedText(Fixed number) { return MakeSettingText("x", {number}); }
-
-Fixed FixedFrom(const char* text) {
-  Fixed number = -1;
-  ReadSettingText(text, "x", {&number});
-  return number;
-}
-
-TEST(SettingText, numbers_have_four_decimals) {
-  EXPECT_EQ(FixedText(0x00018000), "1.5000");
-  EXPECT_EQ(FixedText(-0x8000), "-0.5000");
-  EXPECT_EQ(FixedText(0x7FFFFFFF), "32768.0000");
-  EXPECT_EQ(MakeSettingText("f", {0.00123f}), "0.0012");
-  EXPECT_EQ(FixedFrom("1.5"), 0x00018000);
-  EXPECT_EQ(FixedFrom("-2"), -131071) << "half a step is added, then the fraction is cut off";
-  EXPECT_EQ(FixedFrom("1e300"), 0x7FFFFFFF);
-  EXPECT_EQ(FixedFrom("nan"), 0);
 }
 
 TEST(SettingText, items_are_parted_by_blanks_and_commas) {
@@ -123,13 +86,6 @@ TEST(SettingText, a_text_is_all_the_rest) {
   ReadSettingText("12.0000 Helvetica Bold", "xs", {&size, SettingText{text, 8}});
   EXPECT_EQ(size, 12 * quillon::kFixedOne);
   EXPECT_STREQ(text, "Helveti");
-}
-
-TEST_F(Settings, targets_that_do_not_fit_the_format_are_refused) {
-  const auto code = [](auto work) { return CatchFailure(work); };
-  float wrong = 0;
-  EXPECT_EQ(code([&] { ReadSettingText("5", "l", {&wrong}); }), quillon::kErrorBadParameter);
-  EXPECT_EQ(code([&] { MakeSettingText("ll", {std::int32_t{1}}); }), quillon::kErrorBadParameter);
 }
 
 }  // namespace

@@ -1,7 +1,7 @@
 #include "plugin/model/form_dict.h"
 
-#include "plugin/host/form_events.h"
 #include "plugin/model/keys.h"
+#include "tests/plugin/appearance/appearance_host.h"
 #include "tests/plugin/model/model_host.h"
 
 namespace quillform {
@@ -24,33 +24,25 @@ TEST_F(FormDict, only_revisions_from_0_8_on_are_forms) {
   EXPECT_FALSE(DocumentHasForm(doc));
 }
 
-TEST_F(FormDict, is_made_with_defaults_and_announced) {
+TEST_F(FormDict, is_made_or_taken_over_from_an_older_revision_and_announced) {
   static int announced;
   announced = 0;
-  FormEventRegister(
-      kEventFormMade, [](FormEventRecord*, void*) { ++announced; }, nullptr, nullptr);
+  Subscribe(kEventFormMade, [](FormEventRecord*, void*) { ++announced; });
+  ASSERT_FALSE(HasFormWith("/QuillForm 0.5"));
+  CreateFormDict(doc);
+  EXPECT_EQ(Entry(Form(), "QuillForm"), "null");
+  EXPECT_TRUE(DocumentHasForm(doc));
   Open({}, {.formKey = ""});
   const ObjectHandle form = CreateFormDict(doc);
   EXPECT_TRUE(Objects->Equal(form, FormDictOf(doc)));
   EXPECT_EQ(Entry(form, "Fields"), "[]");
-  EXPECT_EQ(announced, 1);
-}
-
-TEST_F(FormDict, of_an_older_revision_is_taken_over) {
-  ASSERT_FALSE(HasFormWith("/QuillForm 0.5"));
-  const ObjectHandle form = CreateFormDict(doc);
-  EXPECT_TRUE(Objects->Equal(form, Form()));
-  EXPECT_EQ(Entry(form, "QuillForm"), "null");
-  EXPECT_TRUE(DocumentHasForm(doc));
+  EXPECT_EQ(announced, 2);
 }
 
 TEST_F(FormDict, that_the_host_cannot_make_leaves_the_catalog_alone) {
   Open({}, {.formKey = ""});
-  auto* const put = std::exchange(
-      Objects->DictPut, [](ObjectHandle, Atom, ObjectHandle) { Raise(quillon::kErrorGeneral); });
-  const ObjectHandle form = CreateFormDict(doc);
-  Objects->DictPut = put;
-  EXPECT_TRUE(IsNull(form));
+  const FailingSlot failing(&Objects->DictPut);
+  EXPECT_TRUE(IsNull(CreateFormDict(doc)));
   EXPECT_TRUE(IsNull(Form()));
 }
 

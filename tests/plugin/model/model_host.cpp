@@ -3,11 +3,12 @@
 #include "plugin/frame/plugin_main.h"
 #include "plugin/model/form_dict.h"
 #include "plugin/model/keys.h"
+#include "quillon/objects/pdf_file.h"
 #include "quillon/viewer/open_view.h"
 
 namespace quillform {
 
-ModelHost::ModelHost() : host({&PlugInMain, nullptr, {}}) { fieldPlacement = {}; }
+ModelHost::ModelHost() : host({&PlugInMain}) { fieldPlacement = {}; }
 
 ModelHost::~ModelHost() {
   fieldPlacement = {};
@@ -18,6 +19,12 @@ void ModelHost::Open(const std::vector<std::string>& fields,
                      const quillon::test::FormPdfParts& parts) {
   doc = quillon::test::OpenTestDocument(quillon::test::FormPdf(fields, parts));
   objects = Document->ObjectDocOf(doc);
+}
+
+void ModelHost::Load(const std::vector<std::string>& fields,
+                     const quillon::test::FormPdfParts& parts) {
+  Open(fields, parts);
+  LoadAllFields(doc);
 }
 
 void ModelHost::Show(const std::vector<std::string>& fields,
@@ -32,6 +39,11 @@ ObjectHandle ModelHost::FieldsArray() { return Objects->DictGet(Form(), key::Fie
 
 ObjectHandle ModelHost::Field(std::uint32_t index) {
   return Objects->ArrayGet(FieldsArray(), index);
+}
+
+ActionHandle ModelHost::Action(std::uint32_t index) {
+  return Document->ActionFromObject(
+      quillon::ObjectByNumber(Document->ObjectDocOf(doc), quillon::test::kFirstField + index));
 }
 
 std::uint32_t ModelHost::WidgetCount() {
@@ -75,6 +87,10 @@ std::string FullName(ObjectHandle dict) {
 
 std::string Entry(ObjectHandle dict, const char* key) {
   return ShowObject(Objects->DictGet(dict, Core->AtomFromName(key)));
+}
+
+void Subscribe(std::uint32_t event, FormEventNotify notify) {
+  FormEventRegister(event, notify, nullptr, nullptr);
 }
 
 std::string WalkedNames(DocHandle doc, bool terminalOnly, bool onePerName) {

@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "plugin/host/host.h"
+#include "plugin/host/form_events.h"
 #include "plugin/model/field_tree.h"
 #include "plugin/model/form_hooks.h"
 #include "tests/plugin/appearance/show_object.h"
@@ -21,12 +21,15 @@ struct ModelHost : testing::Test {
 
   // A new document with these fields; those without Parent stand in Fields.
   void Open(const std::vector<std::string>& fields, const quillon::test::FormPdfParts& parts = {});
-  // The same, shown in a view, so that notifications are sent.
+  // The same, with every field loaded.
+  void Load(const std::vector<std::string>& fields, const quillon::test::FormPdfParts& parts = {});
+  // The same as Open, shown in a view, so that notifications are sent.
   void Show(const std::vector<std::string>& fields, const quillon::test::FormPdfParts& parts = {});
 
   ObjectHandle Form();
   ObjectHandle FieldsArray();
-  ObjectHandle Field(std::uint32_t index);  // of Fields
+  ObjectHandle Field(std::uint32_t index);   // of Fields
+  ActionHandle Action(std::uint32_t index);  // the object `index` after the first field
   FieldNode Node(const char* name) { return FindFieldByName(doc, name); }
   std::uint32_t WidgetCount();
   AnnotHandle Widget(std::uint32_t index);  // on the page
@@ -51,13 +54,9 @@ ObjectHandle KidOf(ObjectHandle dict, std::uint32_t index);
 std::string FullName(ObjectHandle dict);  // "(none)" without one
 std::string Entry(ObjectHandle dict, const char* key);
 
+void Subscribe(std::uint32_t event, FormEventNotify notify);
+
 // The names of all nodes in the order of a walk, separated by blanks.
 std::string WalkedNames(DocHandle doc, bool terminalOnly, bool onePerName);
-
-// The code that a piece of the plug-in's code raises.
-template <typename Work>
-FailureCode CodeOf(Work&& work) {
-  return CatchFailure(std::forward<Work>(work));
-}
 
 }  // namespace quillform

@@ -16,9 +16,7 @@ struct PlacementHost : ModelHost {
   ObjectHandle NewWidget(Atom type, std::uint32_t flags = 0) {
     const ObjectHandle widget = Objects->NewDict(objects, true, 10);
     Objects->DictPut(widget, key::Subtype, Objects->NewName(objects, false, key::Widget));
-    if (type != kNoAtom) {
-      Objects->DictPut(widget, key::FT, Objects->NewName(objects, false, type));
-    }
+    Objects->DictPut(widget, key::FT, Objects->NewName(objects, false, type));
     if (flags != 0) {
       Objects->DictPut(widget, key::Ff,
                        Objects->NewInteger(objects, false, static_cast<std::int32_t>(flags)));

@@ -5,21 +5,21 @@
 #include <optional>
 #include <string>
 
+#include "plugin/frame/plugin_main.h"
 #include "plugin/host/host.h"
 #include "plugin/resources/resources.h"
 #include "quillon/viewer/messages.h"
 #include "quillon/viewer/modal.h"
-#include "tests/plugin/frame/plug_in_life.h"
 #include "tests/plugin/host/settings_sandbox.h"
+#include "tests/support/test_host.h"
 
 namespace quillform {
 namespace {
 
-// The plug-in past its setup; the test answers its messages.
+// The test answers the plug-in's messages.
 struct Messages : testing::Test {
-  Messages() {
+  Messages() : host({&PlugInMain}) {
     ClearSettings();
-    EXPECT_TRUE(life.SetUp());
     quillon::SetMessageRoutine([this](const quillon::Message& message) {
       shown = message;
       depth = quillon::ModalDepth();
@@ -27,7 +27,7 @@ struct Messages : testing::Test {
     });
   }
 
-  PlugInLife life;
+  quillon::test::TestHost host;
   std::optional<quillon::Message> shown;
   std::uint32_t depth = 0;
   std::uint32_t answer = quillon::kAnswerOk;
@@ -66,7 +66,7 @@ TEST_F(Messages, longer_than_the_formatter_allows_are_cut) {
 TEST_F(Messages, that_the_host_leaves_to_the_plug_in_reach_the_platform) {
   for (const bool known : {true, false}) {
     answer = quillon::kMessageNotAnswered;
-    life.viewer.slotCount = known ? quillon::kViewerTableSlots : 59;
+    Viewer->slotCount = known ? quillon::kViewerTableSlots : 59;
     shown.reset();
     testing::internal::CaptureStderr();
     EXPECT_EQ(ShowMessage(MB_ICONSTOP, MB_OK, 104), 0);

@@ -35,8 +35,9 @@ TEST(SecondLanguage, is_chosen_by_the_users_setting_and_lacks_nothing) {
   EXPECT_EQ(LocalString(19), "Ja");
   EXPECT_EQ(LocalString(20), "No") << "missing in the second language";
   EXPECT_EQ(LocalString(5), "For everybody") << "not that of id 151";
-  EXPECT_EQ(LocalDialogId(1001), 2001u);
-  EXPECT_EQ(LocalDialogId(1002), 1002u) << "missing in the second language";
+  char small[4];
+  EXPECT_EQ(LoadLocalString(5, small, sizeof small), 3u);
+  EXPECT_STREQ(small, "For") << "cut to the buffer";
 }
 
 }  // namespace

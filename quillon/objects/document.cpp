@@ -2,9 +2,11 @@
 
 #include <array>
 
+#include "quillon/objects/characters.h"
 #include "quillon/objects/form_key.h"
 #include "quillon/objects/limits.h"
 #include "quillon/objects/load.h"
+#include "quillon/objects/unlisted.h"
 
 namespace quillon::objects {
 namespace {
@@ -218,8 +220,7 @@ void MarkObjectChanged(Document& doc, std::uint32_t number) {
 }
 
 std::uint32_t AddObject(Document& doc, const Value& value) {
-  const std::uint32_t number = doc.objects.count;
-  if (number > kMaxObjectNumber) Fail(kErrorGeneral, "The document has too many objects.");
+  const std::uint32_t number = NewNumber(doc);
   ObjectSlot& slot = SlotFor(doc.objects, number);
   slot.state = SlotState::kNew;
   slot.value = value;
@@ -233,14 +234,23 @@ std::uint32_t AddObject(Document& doc, const Value& value) {
   return number;
 }
 
+bool WarningsAreFull(const Document& doc) { return doc.warnings.size() > kMaxWarnings; }
+
 void Warn(Document& doc, const std::string& text, std::uint32_t object, std::int64_t offset) {
-  if (doc.warnings.size() > kMaxWarnings) return;
+  if (WarningsAreFull(doc)) return;
+  if (object == kLentNumber) object = doc.root;
   if (!doc.warned.insert(std::to_string(object) + " " + text).second) return;
   if (doc.warnings.size() == kMaxWarnings) {
     doc.warnings.push_back({"More is wrong with the file than is told.", 0, kNoOffset});
     return;
   }
   doc.warnings.push_back({text, object, offset});
+}
+
+bool HasVersion(std::string_view header) {
+  constexpr std::size_t kPlace = 5;
+  return header.size() >= kPlace + 3 && IsDecimalDigit(header[kPlace]) &&
+         header[kPlace + 1] == '.' && IsDecimalDigit(header[kPlace + 2]);
 }
 
 std::int64_t FileOffset(const Document& doc, std::uint64_t position) {

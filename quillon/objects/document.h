@@ -29,6 +29,7 @@ struct ObjectStream {
   };
   std::string bytes;
   std::vector<Member> members;
+  bool spoiled = false;  // not written any more: its members become objects of their own
 };
 
 // What reading the file has cost so far (limits.h).
@@ -39,6 +40,12 @@ struct ReadingCosts {
 };
 
 struct Protection;  // security_handler.h
+struct Unlisted;    // unlisted.h
+
+struct ObjectPlace {
+  std::uint64_t position;  // from the header on
+  std::uint16_t generation;
+};
 
 struct Document {
   std::uint32_t number = 0;  // in handles, and as ObjectDoc
@@ -60,8 +67,10 @@ struct Document {
   std::uint32_t root = 0;                  // object number of the catalog, 0 when it is direct
   bool xrefStream = false;                 // the newest cross-references are a stream
   bool scanned = false;                    // the objects were found by scanning
+  std::vector<std::uint64_t> sections;     // of cross-references, where each stands
+  std::unique_ptr<Unlisted> unlisted;      // what the file has beyond them, once it is asked for
+  std::unordered_map<std::uint32_t, ObjectPlace> older;  // of a scanned file: the versions before
   NameCode formKey = kNoAtom;  // the file's own key of the form dictionary, kNoAtom: QuillForm
-  std::uint32_t lentForm = 0;  // the number lent to a form dictionary that is direct in the file
 
   std::string password;                          // given to open it; forgotten once it is open
   std::shared_ptr<const Protection> protection;  // of an encrypted document, once its key is known
@@ -112,6 +121,7 @@ std::uint32_t AddObject(Document& doc, const Value& value);
 
 // Each text is told once for an object, and kMaxWarnings in all (limits.h).
 void Warn(Document& doc, const std::string& text, std::uint32_t object, std::int64_t offset);
+bool WarningsAreFull(const Document& doc);
 
 // The offset in the whole file of a place in doc.text.
 std::int64_t FileOffset(const Document& doc, std::uint64_t position);
@@ -119,6 +129,9 @@ std::int64_t FileOffset(const Document& doc, std::uint64_t position);
 // Where an indirect object stands in the file; kNoOffset for those that are not in it. An object in
 // an object stream stands where its stream does.
 std::int64_t ObjectOffset(const Document& doc, std::uint32_t number);
+
+// Whether a header line names a version: "%PDF-1.7", "%FDF-1.2".
+bool HasVersion(std::string_view header);
 
 // Names. The text stays valid until the document closes.
 NameCode NameFromText(Document& doc, std::string_view text);

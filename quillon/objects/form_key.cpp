@@ -32,15 +32,14 @@ DictEntry* OnlyForm(Document& doc, Cell& catalog) {
 void LendNumber(Document& doc, DictEntry* entry) {
   if (entry->value.tag != ValueTag::kCell) return;
   Cell& form = CellAt(doc.cells, entry->value.payload);
-  if (form.kind != CellKind::kDict || doc.objects.count > kMaxObjectNumber) return;
-  const std::uint32_t number = doc.objects.count;
-  ObjectSlot& slot = SlotFor(doc.objects, number);
+  if (form.kind != CellKind::kDict) return;
+  doc.objects.lent = std::make_unique<ObjectSlot>();
+  ObjectSlot& slot = *doc.objects.lent;
   slot.state = SlotState::kNew;
   slot.value = entry->value;
   slot.loaded = true;
-  form.parent = kIndirectParent | number;
-  entry->value = ReferenceTo(number, 0);
-  doc.lentForm = number;
+  form.parent = kIndirectParent | kLentNumber;
+  entry->value = ReferenceTo(kLentNumber, 0);
 }
 
 }  // namespace
@@ -62,9 +61,21 @@ void PrepareCatalog(Document& doc) {
 }
 
 void SpreadFormChange(Document& doc, std::uint32_t number) {
-  if (doc.lentForm == 0) return;
-  if (number == doc.lentForm) MarkObjectChanged(doc, doc.root);
-  if (number == doc.root) MarkObjectChanged(doc, doc.lentForm);
+  if (number == kLentNumber) MarkObjectChanged(doc, doc.root);
+}
+
+std::uint32_t KeepLentForm(Document& doc) {
+  const std::uint32_t catalog = LoadObject(doc, doc.root).payload;
+  DictEntry* entry = FindEntry(CellAt(doc.cells, catalog), NameFromText(doc, kFormKey));
+  const Value form = doc.objects.lent->value;
+  const std::uint32_t parent = CellAt(doc.cells, form.payload).parent;
+  if (parent != (kIndirectParent | kLentNumber)) return parent & ~kIndirectParent;
+  const std::uint32_t number = AddObject(doc, form);
+  if (entry != nullptr && entry->value == ReferenceTo(kLentNumber, 0)) {
+    entry->value = ReferenceTo(number, 0);
+    MarkObjectChanged(doc, doc.root);
+  }
+  return number;
 }
 
 NameCode WrittenCatalogKey(Document& doc, NameCode key) {

@@ -11,13 +11,17 @@ namespace quillon::objects {
 inline constexpr std::string_view kFormKey = "QuillForm";
 
 // Called once, when the catalog was read: renames the entry in memory (doc.formKey keeps its own
-// name) and lends an object number to a form dictionary that is direct in the file, because forms
-// work on indirect ones only. Neither counts as a change.
+// name) and lends kLentNumber to a form dictionary that is direct in the file, because forms work
+// on indirect ones only. Neither counts as a change, and the form is written as a part of the
+// catalog again.
 void PrepareCatalog(Document& doc);
 
-// A lent form dictionary and the catalog that the file has it in are written together or not at
-// all: called when either changed.
+// Called when an object changed: a lent form dictionary is a part of the catalog.
 void SpreadFormChange(Document& doc, std::uint32_t number);
+
+// For something that is to refer to a lent form dictionary: gives it a number of its own, for good.
+// What has it under the lent one still does.
+std::uint32_t KeepLentForm(Document& doc);
 
 // The key to write for an entry of the catalog.
 NameCode WrittenCatalogKey(Document& doc, NameCode key);

@@ -1,12 +1,13 @@
 #include "quillon/objects/load.h"
 
-#include <cstring>
+#include <algorithm>
+#include <optional>
 
-#include "quillon/objects/characters.h"
 #include "quillon/objects/limits.h"
 #include "quillon/objects/parser.h"
 #include "quillon/objects/scanner.h"
 #include "quillon/objects/security_handler.h"
+#include "quillon/objects/unlisted.h"
 
 namespace quillon::objects {
 namespace {
@@ -40,50 +41,111 @@ Value MakeStream(Document& doc, Cursor& cursor, const Value& dict, std::uint32_t
   return CellValue(number);
 }
 
-// False when another object, or none, stands where the cross-references say.
-bool ParseInFile(Document& doc, std::uint32_t number, const ObjectSlot& slot, Value* value) {
-  std::uint32_t found = 0;
-  Value parsed = kNullValue;
+// The generation in the object's own header; none when it does not stand where the
+// cross-references say.
+std::optional<std::uint16_t> GenerationInFile(const Document& doc, std::uint32_t number,
+                                              const ObjectSlot& slot) {
   Cursor cursor = CursorAt(doc, slot.position, number);
   std::uint16_t generation = 0;
-  if (TakeObjectHeader(cursor, &generation) != number) return false;
-  if (!ParseObjectAt(doc, slot.position, &found, &parsed)) return false;
+  if (TakeObjectHeader(cursor, &generation) != number) return std::nullopt;
+  return generation;
+}
+
+void WarnOfGeneration(Document& doc, std::uint32_t number, const ObjectSlot& slot) {
+  Warn(doc,
+       "Object " + std::to_string(number) +
+           " has another generation than the cross-references give it.",
+       number, FileOffset(doc, slot.position));
+}
+
+// Whether a reference with this generation means the object: its own header may say so where the
+// cross-references do not.
+bool HasGeneration(Document& doc, std::uint32_t number, ObjectSlot& slot,
+                   std::uint16_t generation) {
+  if (slot.generation == generation) return true;
+  if (slot.state != SlotState::kInFile || slot.loaded || slot.changed) return false;
+  if (GenerationInFile(doc, number, slot) != generation) return false;
+  WarnOfGeneration(doc, number, slot);
+  slot.generation = generation;
+  // Readers that look for what the table lists find nothing: an update could not mend it.
+  doc.startXref.reset();
+  return true;
+}
+
+// False when another object, or none, stands where the cross-references say.
+bool ParseInFile(Document& doc, std::uint32_t number, ObjectSlot& slot, Value* value) {
+  std::uint32_t found = 0;
+  Value parsed = kNullValue;
+  const auto generation = GenerationInFile(doc, number, slot);
+  if (!generation || !ParseObjectAt(doc, slot.position, &found, &parsed)) return false;
+  if (*generation != slot.generation) {
+    WarnOfGeneration(doc, number, slot);
+    // No reference decided, and they name the first generation almost always.
+    slot.generation = std::min(slot.generation, *generation);
+    slot.mended = slot.misplaced = true;
+  }
   *value = parsed;
   return true;
 }
 
-Cursor MemberCursor(Document& doc, std::uint32_t number, const ObjectSlot& slot) {
-  const auto container = static_cast<std::uint32_t>(slot.position >> 32);
-  const auto index = static_cast<std::uint32_t>(slot.position);
-  const ObjectStream& stream = ObjectStreamOf(doc, container);
-  const ObjectStream::Member* member = nullptr;
-  if (index < stream.members.size() && stream.members[index].number == number) {
-    member = &stream.members[index];
-  } else {
-    for (const ObjectStream::Member& other : stream.members) {
-      if (other.number == number) member = &other;
-    }
+// An update that is cut off leaves half an object behind the whole one.
+bool ParseNewest(Document& doc, std::uint32_t number, ObjectSlot& slot, Value* value) {
+  try {
+    return ParseInFile(doc, number, slot, value);
+  } catch (const HostFailure& failure) {
+    const auto older = doc.older.find(number);
+    if (failure.code != kErrorBadObject || older == doc.older.end()) throw;
+    Warn(doc, std::string(failure.what()) + " The version before it was taken.", number,
+         failure.offset);
+    slot.position = older->second.position;
+    slot.generation = older->second.generation;
+    doc.older.erase(older);
   }
+  return ParseInFile(doc, number, slot, value);
+}
+
+std::size_t MemberIndex(Document& doc, std::uint32_t number, std::uint32_t container,
+                        ObjectSlot& slot) {
+  const auto& members = ObjectStreamOf(doc, container).members;
+  const auto index = static_cast<std::uint32_t>(slot.position);
+  if (index < members.size() && members[index].number == number) return index;
+  // The last one counts, as among the objects of a file.
+  const auto found = std::find_if(members.rbegin(), members.rend(),
+                                  [number](const auto& member) { return member.number == number; });
   const std::int64_t offset = ObjectOffset(doc, container);
-  if (member == nullptr) {
+  if (found == members.rend()) {
     Fail(kErrorBadObject,
          "Object " + std::to_string(number) + " is not in the object stream " +
              std::to_string(container) + " that should hold it.",
          number, offset);
   }
-  return {stream.bytes.data() + member->start, stream.bytes.data() + stream.bytes.size(), number,
-          nullptr, offset};
+  Warn(doc,
+       "Object " + std::to_string(number) + " has another place in the object stream " +
+           std::to_string(container) + " than the cross-references give it.",
+       number, offset);
+  const auto place = static_cast<std::size_t>(members.rend() - found - 1);
+  slot.position = std::uint64_t{container} << 32 | place;
+  slot.misplaced = true;
+  return place;
+}
+
+Cursor MemberCursor(Document& doc, std::uint32_t number, ObjectSlot& slot) {
+  const auto container = static_cast<std::uint32_t>(slot.position >> 32);
+  const std::size_t index = MemberIndex(doc, number, container, slot);
+  const ObjectStream& stream = ObjectStreamOf(doc, container);
+  return {stream.bytes.data() + stream.members[index].start,
+          stream.bytes.data() + stream.bytes.size(), number, nullptr, ObjectOffset(doc, container)};
 }
 
 Value ParseObject(Document& doc, std::uint32_t number, ObjectSlot& slot) {
   Value value = kNullValue;
-  if (slot.state == SlotState::kInFile && !ParseInFile(doc, number, slot, &value)) {
+  if (slot.state == SlotState::kInFile && !ParseNewest(doc, number, slot, &value)) {
     const std::int64_t offset = FileOffset(doc, slot.position);
     const std::string text = "Object " + std::to_string(number) + " is not at byte " +
                              std::to_string(offset) + ", where the cross-references have it.";
     Warn(doc, text, number, offset);
     if (!doc.scanned) ScanDocument(doc);
-    if (slot.state == SlotState::kInFile) ParseInFile(doc, number, slot, &value);
+    if (slot.state == SlotState::kInFile) ParseNewest(doc, number, slot, &value);
   }
   if (slot.state == SlotState::kCompressed) {
     Cursor cursor = MemberCursor(doc, number, slot);
@@ -91,6 +153,23 @@ Value ParseObject(Document& doc, std::uint32_t number, ObjectSlot& slot) {
   }
   // An object that is only a reference is not allowed; following it could go in circles.
   return value.tag == ValueTag::kReference ? kNullValue : value;
+}
+
+// One object that cannot be read must not keep all others from being used.
+Value ParseIfReadable(Document& doc, std::uint32_t number, ObjectSlot& slot) {
+  const LoadingMark mark(slot);
+  try {
+    return ParseObject(doc, number, slot);
+  } catch (const HostFailure& failure) {
+    const bool bad = failure.code == kErrorBadObject || failure.code == kErrorBadStream;
+    // Before there is a trailer, the key that reading it takes may not be known yet.
+    if (!bad || doc.trailer == 0) throw;
+    Warn(doc,
+         std::string(failure.what()) + " Object " + std::to_string(number) + " is read as null.",
+         failure.objectNumber, failure.offset);
+    slot.unreadable = true;
+    return kNullValue;
+  }
 }
 
 // What stands in the file is not copied into the next one.
@@ -137,7 +216,7 @@ std::string_view TextInFile(Document& doc, std::uint32_t number, const ObjectSlo
   return {start, static_cast<std::size_t>(cursor.at - start)};
 }
 
-std::string_view MemberText(Document& doc, std::uint32_t number, const ObjectSlot& slot) {
+std::string_view MemberText(Document& doc, std::uint32_t number, ObjectSlot& slot) {
   Cursor cursor = MemberCursor(doc, number, slot);
   const char* start = cursor.at;
   SkipOneValue(cursor);
@@ -155,10 +234,7 @@ Value LoadObject(Document& doc, std::uint32_t number) {
     Fail(kErrorBadObject, "Object " + std::to_string(number) + " is needed to read itself.", number,
          ObjectOffset(doc, number));
   }
-  {
-    const LoadingMark mark(*slot);
-    slot->value = ParseObject(doc, number, *slot);
-  }
+  slot->value = ParseIfReadable(doc, number, *slot);
   if (doc.protection) DecryptStrings(doc, number, slot->value);
   slot->loaded = true;
   return slot->value;
@@ -192,9 +268,14 @@ bool ParseObjectAt(Document& doc, std::uint64_t position, std::uint32_t* number,
 
 Value Dereference(Document& doc, const Value& value) {
   if (value.tag != ValueTag::kReference) return value;
-  const ObjectSlot* slot = FindSlot(doc.objects, value.payload);
-  if (slot == nullptr || !InUse(*slot) || slot->generation != value.generation) return kNullValue;
-  return LoadObject(doc, value.payload);
+  const std::uint32_t number = value.payload;
+  ObjectSlot* slot = FindSlot(doc.objects, number);
+  if (slot == nullptr || !InUse(*slot)) {
+    if (!AdoptObject(doc, number)) return kNullValue;
+    slot = FindSlot(doc.objects, number);
+  }
+  if (!HasGeneration(doc, number, *slot, value.generation)) return kNullValue;
+  return LoadObject(doc, number);
 }
 
 std::string_view ObjectText(Document& doc, std::uint32_t number) {
@@ -203,9 +284,10 @@ std::string_view ObjectText(Document& doc, std::uint32_t number) {
   // Reading it tells whether it can be read.
   LoadObject(doc, number);
   std::string_view text;
-  if (!slot->mended && slot->state == SlotState::kCompressed) {
+  const bool copied = !slot->mended && !slot->unreadable;
+  if (copied && slot->state == SlotState::kCompressed) {
     text = MemberText(doc, number, *slot);
-  } else if (!slot->mended && slot->state == SlotState::kInFile) {
+  } else if (copied && slot->state == SlotState::kInFile) {
     text = TextInFile(doc, number, *slot);
   }
   if (!loadedBefore && slot->loaded) {
@@ -215,68 +297,6 @@ std::string_view ObjectText(Document& doc, std::uint32_t number) {
     slot->loaded = false;
   }
   return text;
-}
-
-Value EntryValue(Document& doc, std::uint32_t dictCell, NameCode key) {
-  Cell& dict = CellAt(doc.cells, dictCell);
-  const DictEntry* entries = EntriesOf(dict);
-  for (std::uint32_t i = dict.size; i > 0; --i) {
-    if (entries[i - 1].key == key) return entries[i - 1].value;
-  }
-  return kNullValue;
-}
-
-Value EntryValue(Document& doc, std::uint32_t dictCell, std::string_view key) {
-  return EntryValue(doc, dictCell, NameFromText(doc, key));
-}
-
-bool ReadInteger(Document& doc, const Value& value, std::int32_t* integer) {
-  if (value.tag == ValueTag::kInteger) {
-    *integer = static_cast<std::int32_t>(value.payload);
-    return true;
-  }
-  if (value.tag != ValueTag::kCell) return false;
-  const Cell& cell = CellAt(doc.cells, value.payload);
-  if (cell.kind != CellKind::kInteger) return false;
-  *integer = static_cast<std::int32_t>(cell.capacity);
-  return true;
-}
-
-std::int32_t IntegerEntry(Document& doc, std::uint32_t dictCell, std::string_view key,
-                          std::int32_t otherwise) {
-  std::int32_t integer = otherwise;
-  ReadInteger(doc, Dereference(doc, EntryValue(doc, dictCell, key)), &integer);
-  return integer;
-}
-
-std::uint32_t CellOf(Document& doc, const Value& value, CellKind kind) {
-  const Value target = Dereference(doc, value);
-  if (target.tag != ValueTag::kCell) return 0;
-  return CellAt(doc.cells, target.payload).kind == kind ? target.payload : 0;
-}
-
-// Those of encrypted objects were decrypted when the object was read.
-std::string_view StringBytes(Document& doc, std::uint32_t stringCell) {
-  Cell& cell = CellAt(doc.cells, stringCell);
-  if (cell.raw) {
-    const std::string decoded = DecodeStringText({TextOf(cell), cell.size});
-    auto* bytes = AllocateArray<char>(doc.pool, decoded.size() + 1);
-    std::memcpy(bytes, decoded.c_str(), decoded.size() + 1);
-    cell.raw = false;
-    cell.owned = true;
-    cell.size = static_cast<std::uint32_t>(decoded.size());
-    cell.capacity = cell.size + 1;
-    cell.data = bytes;
-  }
-  return {TextOf(cell), cell.size};
-}
-
-std::string FirstFileId(Document& doc, std::uint32_t trailer) {
-  const std::uint32_t array = CellOf(doc, EntryValue(doc, trailer, "ID"), CellKind::kArray);
-  if (array == 0 || CellAt(doc.cells, array).size == 0) return {};
-  const Value first = ElementsOf(CellAt(doc.cells, array))[0];
-  const std::uint32_t string = CellOf(doc, first, CellKind::kString);
-  return string == 0 ? std::string() : std::string(StringBytes(doc, string));
 }
 
 }  // namespace quillon::objects

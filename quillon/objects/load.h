@@ -9,8 +9,9 @@
 
 namespace quillon::objects {
 
-// The value of an object; null for a number not in use. Throws HostFailure with the object's
-// number and offset when its text cannot be read.
+// The value of an object; null for a number not in use, and with a warning for an object that
+// cannot be read. Throws HostFailure while the document is being opened instead, and when too much
+// was read.
 Value LoadObject(Document& doc, std::uint32_t number);
 
 // Follows a reference; other values are their own. A reference to nothing is null.
@@ -29,15 +30,20 @@ std::string_view FileBytes(Document& doc, std::uint32_t streamCell, std::uint32_
 // The text of an object in the file, from its number to its "endobj", both included; of a member
 // of an object stream, the value alone. Empty when no such object stands where it should, when it
 // has no end of its own, and when something in it is wrong: such objects are written anew.
-// Throws HostFailure when the object cannot be read.
 std::string_view ObjectText(Document& doc, std::uint32_t number);
 
 // The members of an object stream (ISO 32000-1, 7.5.7). `number` must name one.
 const ObjectStream& ObjectStreamOf(Document& doc, std::uint32_t number);
 
+// Decodes all that hold objects, but for those that cannot be read.
+void ReadObjectStreams(Document& doc);
+
 // Dictionary look-up by name: null when missing; references are not followed.
 Value EntryValue(Document& doc, std::uint32_t dictCell, NameCode key);
 Value EntryValue(Document& doc, std::uint32_t dictCell, std::string_view key);
+
+// Whether a dictionary's Type, references followed, is that name.
+bool TypeIs(Document& doc, std::uint32_t dictCell, std::string_view name);
 
 // The same with references followed and integers wanted; `otherwise` for everything else.
 std::int32_t IntegerEntry(Document& doc, std::uint32_t dictCell, std::string_view key,

@@ -36,7 +36,8 @@ struct Digits {
   int decimalsSeen = 0;
   bool negative = false;
   bool point = false;
-  bool plain = true;  // only an optional minus, digits, and at most one point
+  int signs = 0;
+  bool readWhole = false;
 };
 
 Digits ReadDigits(std::string_view text) {
@@ -44,7 +45,7 @@ Digits ReadDigits(std::string_view text) {
   std::size_t i = 0;
   for (; i < text.size() && (text[i] == '+' || text[i] == '-'); ++i) {
     digits.negative = text[i] == '-';
-    if (i != 0 || text[i] == '+') digits.plain = false;
+    ++digits.signs;
   }
   for (; i < text.size() && IsDigit(text[i]); ++i) {
     if (digits.whole < kIntegerCeiling) digits.whole = digits.whole * 10 + (text[i] - '0');
@@ -59,13 +60,19 @@ Digits ReadDigits(std::string_view text) {
       ++digits.decimals;
     }
   }
-  if (i != text.size()) digits.plain = false;
+  digits.readWhole = i == text.size();
   return digits;
+}
+
+bool IsWellFormed(const Digits& digits) {
+  return digits.readWhole && digits.signs <= 1 && digits.wholeDigits + digits.decimalsSeen > 0;
 }
 
 bool IsCanonical(std::string_view text, const Digits& digits, std::int64_t exact,
                  std::int32_t value) {
-  if (!digits.plain || digits.wholeDigits == 0 || exact != value) return false;
+  if (!IsWellFormed(digits) || text[0] == '+' || digits.wholeDigits == 0 || exact != value) {
+    return false;
+  }
   const std::size_t first = digits.negative ? 1 : 0;
   if (digits.wholeDigits > 1 && text[first] == '0') return false;
   if (digits.negative && digits.whole == 0 && digits.fraction == 0) return false;
@@ -84,7 +91,7 @@ ParsedNumber ParseNumber(std::string_view text) {
   }
   if (digits.negative) exact = -exact;
   const std::int32_t value = Held(exact);
-  return {digits.point, IsCanonical(text, digits, exact, value), value};
+  return {digits.point, IsCanonical(text, digits, exact, value), IsWellFormed(digits), value};
 }
 
 void AppendInteger(std::string* out, std::int64_t value) {

@@ -12,10 +12,11 @@ namespace quillon::objects {
 struct ParsedNumber {
   bool real;
   bool canonical;      // AppendInteger or AppendFixed would write the same text
+  bool wellFormed;     // one sign at most, digits, one point at most
   std::int32_t value;  // an integer or a Fixed, held to the range
 };
 
-// `text` consists of digits, signs and points. Malformed ones are read as far as they make sense.
+// Malformed texts are read as far as they make sense.
 ParsedNumber ParseNumber(std::string_view text);
 
 void AppendInteger(std::string* out, std::int64_t value);

@@ -1,7 +1,9 @@
 // Object streams (ISO 32000-1, 7.5.7). Their Extends entry needs no following: every member has a
 // cross-reference entry of its own.
 #include <limits>
+#include <set>
 
+#include "quillon/objects/dictionary.h"
 #include "quillon/objects/limits.h"
 #include "quillon/objects/load.h"
 #include "quillon/objects/parser.h"
@@ -13,6 +15,15 @@ namespace {
 [[noreturn]] void FailStream(Document& doc, std::uint32_t number, const std::string& what) {
   Fail(kErrorBadStream, "The object stream " + std::to_string(number) + " " + what + ".", number,
        ObjectOffset(doc, number));
+}
+
+void MendCount(Document& doc, std::uint32_t number, std::uint32_t dict, std::int32_t listed) {
+  Warn(doc,
+       "The object stream " + std::to_string(number) +
+           " has another number of objects than it says.",
+       number, ObjectOffset(doc, number));
+  SetEntry(doc, dict, NameFromText(doc, "N"), IntegerOf(listed));
+  FindSlot(doc.objects, number)->mended = true;
 }
 
 std::unique_ptr<ObjectStream> ReadObjectStream(Document& doc, std::uint32_t number) {
@@ -36,7 +47,8 @@ std::unique_ptr<ObjectStream> ReadObjectStream(Document& doc, std::uint32_t numb
     FailStream(doc, number, "has no place for its objects");
   }
   Cursor cursor{start, start + first, number, nullptr, FileOffset(doc, slot->position)};
-  for (std::int32_t i = 0; i < count; ++i) {
+  std::int32_t listed = 0;
+  for (;; ++listed) {
     const auto member = TakeUnsigned(cursor);
     const auto offset = TakeUnsigned(cursor);
     if (!member || !offset) break;
@@ -45,6 +57,7 @@ std::unique_ptr<ObjectStream> ReadObjectStream(Document& doc, std::uint32_t numb
     stream->members.push_back(
         {static_cast<std::uint32_t>(*member), static_cast<std::uint32_t>(place)});
   }
+  if (listed != count) MendCount(doc, number, dict, listed);
   return stream;
 }
 
@@ -55,6 +68,23 @@ const ObjectStream& ObjectStreamOf(Document& doc, std::uint32_t number) {
   if (known != doc.objectStreams.end()) return *known->second;
   auto stream = ReadObjectStream(doc, number);
   return *(doc.objectStreams[number] = std::move(stream));
+}
+
+void ReadObjectStreams(Document& doc) {
+  std::set<std::uint32_t> streams;
+  for (const std::uint32_t number : SlotNumbers(doc.objects)) {
+    const ObjectSlot* slot = FindSlot(doc.objects, number);
+    if (slot->state != SlotState::kCompressed) continue;
+    streams.insert(static_cast<std::uint32_t>(slot->position >> 32));
+  }
+  for (const std::uint32_t number : streams) {
+    try {
+      ObjectStreamOf(doc, number);
+    } catch (const HostFailure& failure) {
+      // Told when one of its objects is asked for.
+      if (failure.code != kErrorBadObject && failure.code != kErrorBadStream) throw;
+    }
+  }
 }
 
 }  // namespace quillon::objects

@@ -14,9 +14,12 @@ namespace quillon::objects {
 // The highest object number that files in use reach (ISO 32000-1, Annex C).
 inline constexpr std::uint32_t kMaxObjectNumber = 8388607;
 
+// Stands for a form dictionary that is direct in the file (form_key.h). No file can have it.
+inline constexpr std::uint32_t kLentNumber = kMaxObjectNumber + 1;
+
 enum class SlotState : std::uint8_t {
-  kUnknown,  // no cross-reference entry
-  kFree,
+  kUnknown,     // no cross-reference entry
+  kFree,        // position: that of the cross-references that say so
   kInFile,      // position: byte offset of the object, from the header on
   kCompressed,  // position: object stream number << 32 | index in it
   kNew,         // made since the file was opened
@@ -28,22 +31,26 @@ struct ObjectSlot {
   std::uint16_t generation;
   SlotState state;
   bool loaded : 1;
-  bool loading : 1;    // being parsed: meeting it again is a cycle
-  bool changed : 1;    // differs from the file
-  bool mended : 1;     // read otherwise than it stands in the file: it is not copied
-  bool structure : 1;  // a cross-reference stream: belongs to the file, not to the document
+  bool loading : 1;     // being parsed: meeting it again is a cycle
+  bool changed : 1;     // differs from the file
+  bool mended : 1;      // read otherwise than it stands in the file: it is not copied
+  bool structure : 1;   // a cross-reference stream: belongs to the file, not to the document
+  bool unreadable : 1;  // reads null, because it cannot be read
+  bool misplaced : 1;   // not as the cross-references have it: an update lists it anew
 };
 
 // Paged, so that a lone high number costs little and slots never move.
 struct ObjectTable {
   static constexpr std::uint32_t kPageSize = 128;
   std::vector<std::unique_ptr<ObjectSlot[]>> pages;
-  std::uint32_t count = 1;  // the highest number known + 1
+  std::uint32_t count = 1;           // the highest number known + 1
+  std::unique_ptr<ObjectSlot> lent;  // of kLentNumber, which no loop over the numbers meets
 };
 
 // Null for a number without a slot.
 inline ObjectSlot* FindSlot(const ObjectTable& table, std::uint32_t number) {
   const std::size_t page = number / ObjectTable::kPageSize;
+  if (number == kLentNumber) return table.lent.get();
   if (number == 0 || number >= table.count || !table.pages[page]) return nullptr;
   return &table.pages[page][number % ObjectTable::kPageSize];
 }

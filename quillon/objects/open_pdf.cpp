@@ -30,15 +30,8 @@ void FindHeader(Document& doc, const OpenOptions& options) {
   const std::size_t lineEnd = doc.text.find_first_of("\r\n");
   doc.header = doc.text.substr(0, std::min(lineEnd, doc.text.size()));
   doc.isPdf = doc.header.rfind("%FDF-", 0) != 0;
-}
-
-bool CatalogIsThere(Document& doc) {
-  try {
-    return CellOf(doc, EntryValue(doc, doc.trailer, "Root"), CellKind::kDict) != 0;
-  } catch (const HostFailure& failure) {
-    if (failure.code == kErrorBadFile) throw;
-    Warn(doc, failure.what(), failure.objectNumber, failure.offset);
-    return false;
+  if (doc.isPdf && !HasVersion(doc.header)) {
+    Warn(doc, "The file's header names no version.", 0, FileOffset(doc, 0));
   }
 }
 
@@ -59,9 +52,9 @@ void ReadStructure(Document& doc) {
     ScanDocument(doc);
   } else {
     PrepareDecryption(doc, doc.trailer);
-    if (!CatalogIsThere(doc)) FindCatalogByScanning(doc);
+    if (!NamesCatalog(doc, doc.trailer)) FindCatalogByScanning(doc);
   }
-  if (!CatalogIsThere(doc)) Fail(kErrorBadFile, "The file has no catalog.");
+  if (!NamesCatalog(doc, doc.trailer)) Fail(kErrorBadFile, "The file has no catalog.");
   PrepareCatalog(doc);
 }
 

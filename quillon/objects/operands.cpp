@@ -1,6 +1,7 @@
 #include "quillon/objects/operands.h"
 
 #include "quillon/objects/copy.h"
+#include "quillon/objects/form_key.h"
 #include "quillon/objects/load.h"
 
 namespace quillon::objects {
@@ -65,8 +66,8 @@ Value StoredValue(const Container& container, ObjectHandle object) {
     Fail(kErrorBadParameter, "An object was put into another document. Copy it first.");
   }
   if (target.number != 0) {
-    if (target.number == doc.lentForm) MarkObjectChanged(doc, target.number);
-    return ReferenceTo(target.number, FindSlot(doc.objects, target.number)->generation);
+    const std::uint32_t number = target.number == kLentNumber ? KeepLentForm(doc) : target.number;
+    return ReferenceTo(number, FindSlot(doc.objects, number)->generation);
   }
   if (target.value.tag != ValueTag::kCell) return target.value;
   const std::uint32_t cell = target.value.payload;

@@ -1,116 +1,24 @@
 #include "quillon/objects/parser.h"
 
 #include <algorithm>
-#include <array>
-#include <cstring>
 #include <unordered_map>
 
 #include "quillon/objects/characters.h"
+#include "quillon/objects/leaf_parser.h"
 #include "quillon/objects/limits.h"
-#include "quillon/objects/numbers.h"
 
 namespace quillon::objects {
 namespace {
 
-std::string_view RegularText(const Cursor& cursor) {
-  const char* end = cursor.at;
-  while (end < cursor.end && IsRegular(*end)) ++end;
-  return {cursor.at, static_cast<std::size_t>(end - cursor.at)};
-}
+bool StandsAt(Cursor cursor, std::string_view word) { return TakeKeyword(cursor, word); }
 
-// Undoes #xx (ISO 32000-1, 7.3.5). A number sign that is no escape stands for itself, as in files
-// from before escapes; so does #00, which no name may contain.
-NameCode ParseName(Document& doc, Cursor& cursor) {
+// Takes one of the characters that end something which was not begun here.
+bool TakeStray(Document& doc, Cursor& cursor, std::string_view stray) {
+  if (cursor.at == cursor.end || stray.find(*cursor.at) == std::string_view::npos) return false;
+  WarnOdd(doc, cursor, "A bracket, brace or parenthesis stands where it ends nothing.");
   ++cursor.at;
-  const std::string_view text = RegularText(cursor);
-  cursor.at += text.size();
-  if (text.find('#') == std::string_view::npos && text.find('\0') == std::string_view::npos) {
-    return NameFromText(doc, text);
-  }
-  std::string name;
-  for (std::size_t i = 0; i < text.size(); ++i) {
-    if (text[i] == '#' && i + 2 < text.size() && HexValue(text[i + 1]) >= 0 &&
-        HexValue(text[i + 2]) >= 0) {
-      const int value = HexValue(text[i + 1]) * 16 + HexValue(text[i + 2]);
-      if (value != 0) {
-        name.push_back(static_cast<char>(value));
-        i += 2;
-        continue;
-      }
-    }
-    name.push_back(text[i]);
-  }
-  return NameFromText(doc, name);
-}
-
-std::uint32_t NewTextCell(Document& doc, CellKind kind, std::string_view text, std::uint32_t parent,
-                          std::uint32_t capacity) {
-  const std::uint32_t number = NewCell(doc.cells, kind);
-  Cell& cell = CellAt(doc.cells, number);
-  cell.parent = parent;
-  cell.size = static_cast<std::uint32_t>(text.size());
-  cell.capacity = capacity;
-  cell.data = const_cast<char*>(text.data());
-  return number;
-}
-
-// The rest of "N G R" after N; leaves the cursor alone when it is only a number.
-bool TakeReference(Cursor& cursor, std::uint64_t* generation) {
-  Cursor ahead = cursor;
-  const auto counted = TakeUnsigned(ahead);
-  if (!counted) return false;
-  SkipSpace(ahead);
-  if (ahead.at == ahead.end || *ahead.at != 'R') return false;
-  ++ahead.at;
-  if (ahead.at < ahead.end && IsRegular(*ahead.at)) return false;
-  *generation = *counted;
-  cursor = ahead;
+  SkipSpace(cursor);
   return true;
-}
-
-Value ParseNumberOrReference(Document& doc, Cursor& cursor, std::uint32_t parent) {
-  const std::string_view text = RegularText(cursor);
-  if (text.find_first_not_of("0123456789+-.") != std::string_view::npos) {
-    FailAt(cursor, "Something that is no number stands where one should");
-  }
-  cursor.at += text.size();
-  const ParsedNumber number = ParseNumber(text);
-  std::uint64_t generation = 0;
-  if (!number.real && IsDecimalDigit(text[0]) && TakeReference(cursor, &generation)) {
-    // What no object can be numbered is a reference to nothing.
-    if (number.value <= 0 || static_cast<std::uint32_t>(number.value) > kMaxObjectNumber ||
-        generation > 0xFFFF) {
-      return kNullValue;
-    }
-    return ReferenceTo(static_cast<std::uint32_t>(number.value),
-                       static_cast<std::uint16_t>(generation));
-  }
-  if (!number.canonical) {
-    const CellKind kind = number.real ? CellKind::kFixed : CellKind::kInteger;
-    return CellValue(
-        NewTextCell(doc, kind, text, parent, static_cast<std::uint32_t>(number.value)));
-  }
-  return number.real ? FixedOf(number.value) : IntegerOf(number.value);
-}
-
-Value ParseString(Document& doc, Cursor& cursor, std::uint32_t parent) {
-  const char* start = cursor.at;
-  SkipOneValue(cursor);
-  const std::string_view text(start, static_cast<std::size_t>(cursor.at - start));
-  if (text.size() > 0x7FFFFFFF) FailAt(cursor, "A string is too long");
-  const std::uint32_t cell = NewTextCell(doc, CellKind::kString, text, parent, 0);
-  CellAt(doc.cells, cell).raw = true;
-  return CellValue(cell);
-}
-
-Value ParseKeyword(Cursor& cursor) {
-  const std::string_view word = RegularText(cursor);
-  cursor.at += word.size();
-  if (word == "true") return BooleanOf(true);
-  if (word == "false") return BooleanOf(false);
-  if (word == "null") return kNullValue;
-  cursor.at -= word.size();
-  FailAt(cursor, "A word that is no object stands where one should");
 }
 
 Value ParseNested(Document& doc, Cursor& cursor, std::uint32_t parent, int depth);
@@ -137,11 +45,18 @@ Value ParseArray(Document& doc, Cursor& cursor, std::uint32_t parent, int depth)
   for (;;) {
     SkipSpace(cursor);
     if (cursor.at == cursor.end) FailAt(start, "An array has no end");
-    if (*cursor.at == ']') break;
+    if (*cursor.at == ']') {
+      ++cursor.at;
+      break;
+    }
+    if (StandsAt(cursor, ">>") || AtObjectEnd(cursor)) {
+      WarnOdd(doc, start, "An array has no end; it was ended where its object ends.");
+      break;
+    }
+    if (TakeStray(doc, cursor, ")}{>")) continue;
     const Value value = ParseNested(doc, cursor, number, depth + 1);
     doc.elementStack.push_back(value);
   }
-  ++cursor.at;
   MoveFromStack(doc, &doc.elementStack, first, cell);
   return CellValue(number);
 }
@@ -174,10 +89,49 @@ void PushEntry(Document& doc, DictReading& dict, const DictEntry& entry, const C
   auto& stack = doc.entryStack;
   const auto known = PlaceOfKey(stack, dict, entry.key);
   if (!known) return stack.push_back(entry);
-  Warn(doc, "A dictionary has the entry " + std::string(NameText(doc, entry.key)) + " twice.",
-       where.object, OffsetOf(where));
-  if (ObjectSlot* slot = FindSlot(doc.objects, where.object)) slot->mended = true;
+  WarnOdd(doc, where,
+          "A dictionary has the entry " + std::string(NameText(doc, entry.key)) + " twice.");
   stack[*known].value = entry.value;
+}
+
+void ParseEntry(Document& doc, Cursor& cursor, DictReading& dict, std::uint32_t parent, int depth) {
+  const Cursor start = cursor;
+  const NameCode key = ParseName(doc, cursor);
+  SkipSpace(cursor);
+  while (TakeStray(doc, cursor, ")]}{")) {
+  }
+  if (cursor.at < cursor.end && (*cursor.at == '>' || AtObjectEnd(cursor))) {
+    return WarnOdd(doc, start, "An entry of a dictionary has no value.");
+  }
+  const Value value = ParseNested(doc, cursor, parent, depth);
+  PushEntry(doc, dict, {key, value}, start);
+}
+
+// A value where a key should be. When the entry before has a name for its value, it is that one's
+// value that is missing, and the name is the key of this one.
+void ParseKeylessEntry(Document& doc, Cursor& cursor, DictReading& dict, std::uint32_t parent,
+                       int depth) {
+  if (TakeStray(doc, cursor, ")]}{")) return;
+  const Cursor start = cursor;
+  const Value value = ParseNested(doc, cursor, parent, depth);
+  auto& stack = doc.entryStack;
+  if (stack.size() == dict.first || stack.back().value.tag != ValueTag::kName) {
+    return WarnOdd(doc, start, "A value in a dictionary has no key; it was left out.");
+  }
+  WarnOdd(doc, start, "An entry of a dictionary has no value.");
+  const NameCode key = stack.back().value.payload;
+  dict.places.erase(stack.back().key);
+  stack.pop_back();
+  PushEntry(doc, dict, {key, value}, start);
+}
+
+// At ">>", or at what else ends a dictionary.
+void EndDict(Document& doc, Cursor& cursor, const Cursor& start) {
+  if (TakeKeyword(cursor, ">>")) return;
+  WarnOdd(doc, start,
+          TakeKeyword(cursor, ">")
+              ? "A dictionary ends with one \">\" instead of two."
+              : "A dictionary has no end; it was ended where its object ends.");
 }
 
 Value ParseDict(Document& doc, Cursor& cursor, std::uint32_t parent, int depth) {
@@ -190,14 +144,14 @@ Value ParseDict(Document& doc, Cursor& cursor, std::uint32_t parent, int depth) 
   for (;;) {
     SkipSpace(cursor);
     if (cursor.at == cursor.end) FailAt(start, "A dictionary has no end");
-    if (*cursor.at == '>') break;
-    if (*cursor.at != '/') FailAt(cursor, "A dictionary has an entry without a name");
-    const Cursor entry = cursor;
-    const NameCode key = ParseName(doc, cursor);
-    const Value value = ParseNested(doc, cursor, number, depth + 1);
-    PushEntry(doc, reading, {key, value}, entry);
+    if (*cursor.at == '>' || AtObjectEnd(cursor)) break;
+    if (*cursor.at == '/') {
+      ParseEntry(doc, cursor, reading, number, depth + 1);
+    } else {
+      ParseKeylessEntry(doc, cursor, reading, number, depth + 1);
+    }
   }
-  cursor.at += cursor.end - cursor.at > 1 && cursor.at[1] == '>' ? 2 : 1;
+  EndDict(doc, cursor, start);
   MoveFromStack(doc, &doc.entryStack, reading.first, cell);
   return CellValue(number);
 }
@@ -218,13 +172,14 @@ Value ParseNested(Document& doc, Cursor& cursor, std::uint32_t parent, int depth
       return ParseString(doc, cursor, parent);
     case '[':
       return ParseArray(doc, cursor, parent, depth);
-    case 't':
-    case 'f':
-    case 'n':
-      return ParseKeyword(cursor);
+    case '+':
+    case '-':
+    case '.':
+      return ParseNumberOrReference(doc, cursor, parent);
     default:
       if (!IsRegular(*cursor.at)) FailAt(cursor, "A character is where no object can start");
-      return ParseNumberOrReference(doc, cursor, parent);
+      if (IsDecimalDigit(*cursor.at)) return ParseNumberOrReference(doc, cursor, parent);
+      return ParseWord(doc, cursor);
   }
 }
 
@@ -256,6 +211,7 @@ Value ParseValue(Document& doc, Cursor& cursor, std::uint32_t parent) {
     return value;
   } catch (const HostFailure&) {
     Spend(doc, static_cast<std::uint64_t>(cursor.at - start));
+    CheckCells(doc);  // what was made up to there stays
     throw;
   }
 }

@@ -14,7 +14,7 @@ using objects::SlotState;
 std::string PdfToBytes(ObjectDoc handle, const SaveOptions& options) {
   Document& doc = DocumentOfHandle(handle);
   std::string bytes;
-  objects::Output out{[&bytes](std::string_view piece) { bytes += piece; }, {}, 0};
+  objects::Output out{[&bytes](std::string_view piece) { bytes += piece; }, {}, 0, options.keepAll};
   options.append ? objects::WriteUpdate(doc, out) : objects::WriteDocument(doc, doc.header, out);
   return bytes;
 }

@@ -57,6 +57,9 @@ struct SaveOptions {
   // over them still hold. kErrorNotOffered for a file whose cross-references are damaged, and for
   // a document that is no file yet.
   bool append = false;
+  // Fails (kErrorBadObject) when an object cannot be read, which writing all anew would leave out:
+  // for a save over the only copy.
+  bool keepAll = false;
 };
 
 // The whole document as a file. A document without changes gives the bytes it was read from.

@@ -40,11 +40,6 @@ void Put(Document& doc, std::uint32_t dict, std::string_view key, const Value& v
   MarkCellChanged(doc, dict);
 }
 
-bool TypeIs(Document& doc, std::uint32_t dict, std::string_view name) {
-  const Value type = Dereference(doc, EntryValue(doc, dict, "Type"));
-  return type.tag == ValueTag::kName && NameText(doc, type.payload) == name;
-}
-
 void MakeTypeRight(Document& doc, std::uint32_t number, std::uint32_t dict,
                    std::string_view wanted) {
   if (TypeIs(doc, dict, wanted)) return;

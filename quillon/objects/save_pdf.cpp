@@ -8,7 +8,7 @@ void SavePdfFile(ObjectDoc handle, const std::string& file, const SaveOptions& o
   objects::Document& doc = objects::DocumentOfHandle(handle);
   objects::FileIds ids;
   objects::ReplaceFile(file, [&](const objects::TakeBytes& take) {
-    objects::Output out{take, {}, 0};
+    objects::Output out{take, {}, 0, options.keepAll};
     ids = options.append ? objects::WriteUpdate(doc, out)
                          : objects::WriteDocument(doc, doc.header, out);
   });

@@ -3,12 +3,11 @@
 #include <algorithm>
 #include <optional>
 
-#include "quillon/objects/characters.h"
 #include "quillon/objects/dictionary.h"
+#include "quillon/objects/file_parts.h"
 #include "quillon/objects/load.h"
 #include "quillon/objects/parser.h"
 #include "quillon/objects/security_handler.h"
-#include "quillon/objects/stream_extent.h"
 #include "quillon/objects/xref_reader.h"
 
 namespace quillon::objects {
@@ -16,108 +15,6 @@ namespace {
 
 // Each update of a file adds a trailer. Older ones than these tell nothing that the newest do not.
 constexpr std::size_t kMaxTrailers = 32;
-
-struct FoundObject {
-  std::uint32_t number;
-  std::uint16_t generation;
-  std::uint64_t position;
-  bool hasStream = false;
-};
-
-struct Findings {
-  std::vector<FoundObject> objects;
-  std::vector<FoundObject> objectStreams;
-  std::vector<FoundObject> xrefStreams;
-  std::vector<std::uint64_t> trailers;  // after the keyword
-};
-
-// Backwards over an unsigned number and the white space before it.
-bool StepBackOverNumber(std::string_view text, std::size_t* at) {
-  std::size_t end = *at;
-  while (end > 0 && IsSpace(text[end - 1])) --end;
-  std::size_t start = end;
-  while (start > 0 && IsDecimalDigit(text[start - 1])) --start;
-  if (start == end) return false;
-  *at = start;
-  return true;
-}
-
-std::optional<FoundObject> HeaderEndingAt(const Document& doc, std::size_t keyword) {
-  std::size_t start = keyword;
-  if (!StepBackOverNumber(doc.text, &start) || !StepBackOverNumber(doc.text, &start)) {
-    return std::nullopt;
-  }
-  Cursor cursor = CursorAt(doc, start, 0);
-  std::uint16_t generation = 0;
-  const auto number = TakeObjectHeader(cursor, &generation);
-  if (!number) return std::nullopt;
-  return FoundObject{*number, generation, start, false};
-}
-
-bool IsAt(std::string_view text, std::size_t at, std::string_view word) {
-  return text.compare(at, word.size(), word) == 0;
-}
-
-// Where the data of a stream end by a direct Length in `dict`; npos when that leads nowhere.
-std::size_t DataEndByLength(const Document& doc, std::string_view dict, std::size_t data) {
-  const std::size_t key = dict.rfind("/Length");
-  if (key == std::string_view::npos) return key;
-  Cursor cursor =
-      CursorAt(doc, static_cast<std::size_t>(dict.data() - doc.text.data()) + key + 7, 0);
-  const auto length = TakeUnsigned(cursor);
-  if (!length || *length > doc.text.size() - data) return std::string_view::npos;
-  const std::size_t after = data + static_cast<std::size_t>(*length);
-  return EndStreamFollows(doc, after) ? after : std::string_view::npos;
-}
-
-// Whether "stream" is the keyword: "endstream" ends like it.
-bool IsStreamKeyword(const Document& doc, std::size_t keyword) {
-  const std::size_t after = keyword + 6;
-  return after < doc.text.size() && (doc.text[after] == '\r' || doc.text[after] == '\n') &&
-         (keyword == 0 || !IsRegular(doc.text[keyword - 1]));
-}
-
-// At the keyword "stream": notes what kind of stream it is; answers where to go on. An object has
-// one stream: the word in data whose end was not found is none.
-std::size_t PassStream(Document& doc, std::size_t keyword, Findings* findings) {
-  const std::size_t after = keyword + 6;
-  if (!IsStreamKeyword(doc, keyword) || findings->objects.empty() ||
-      findings->objects.back().hasStream) {
-    return after;
-  }
-  FoundObject& object = findings->objects.back();
-  object.hasStream = true;
-  const auto start = static_cast<std::size_t>(object.position);
-  const std::string_view dict = doc.text.substr(start, keyword - start);
-  if (dict.find("/ObjStm") != std::string_view::npos) findings->objectStreams.push_back(object);
-  if (dict.find("/XRef") != std::string_view::npos) findings->xrefStreams.push_back(object);
-  const bool crLf = doc.text[after] == '\r' && IsAt(doc.text, after + 1, "\n");
-  const std::size_t data = after + (crLf ? 2 : 1);
-  const std::size_t byLength = DataEndByLength(doc, dict, data);
-  if (byLength != std::string_view::npos) return byLength;
-  const StreamEnd end = SearchStreamEnd(doc, data);
-  return end.found ? end.data : data;
-}
-
-Findings ReadThrough(Document& doc) {
-  Findings findings;
-  const std::string_view text = doc.text;
-  for (std::size_t at = 0; at < text.size();) {
-    const char c = text[at];
-    if (c == 'o' && IsAt(text, at, "obj")) {
-      if (const auto found = HeaderEndingAt(doc, at)) findings.objects.push_back(*found);
-      at += 3;
-    } else if (c == 's' && IsAt(text, at, "stream")) {
-      at = PassStream(doc, at, &findings);
-    } else if (c == 't' && IsAt(text, at, "trailer")) {
-      at += 7;
-      findings.trailers.push_back(at);
-    } else {
-      ++at;
-    }
-  }
-  return findings;
-}
 
 // What was read or changed already stays what it is.
 bool IsSettled(const ObjectSlot& slot) {
@@ -135,6 +32,15 @@ void ForgetEntries(Document& doc) {
 void EnterFound(Document& doc, const FoundObject& found) {
   ObjectSlot& slot = SlotFor(doc.objects, found.number);
   if (IsSettled(slot) && !slot.loading) return;
+  if (slot.state == SlotState::kInFile) {
+    if (found.cutOff) {
+      return Warn(doc,
+                  "The file is cut off in the stream " + std::to_string(found.number) +
+                      "; the version before it was taken.",
+                  found.number, FileOffset(doc, found.position));
+    }
+    doc.older.insert_or_assign(found.number, ObjectPlace{slot.position, slot.generation});
+  }
   slot.state = SlotState::kInFile;
   slot.position = found.position;
   slot.generation = found.generation;
@@ -151,14 +57,15 @@ void EnterMembers(Document& doc, const FoundObject& container) {
     ObjectSlot& slot = SlotFor(doc.objects, number);
     if (IsSettled(slot) && !slot.loading) continue;
     if (slot.state == SlotState::kInFile && slot.position > container.position) continue;
+    if (container.cutOff && InUse(slot)) continue;
     slot.state = SlotState::kCompressed;
     slot.position = std::uint64_t{container.number} << 32 | i;
     slot.generation = 0;
   }
 }
 
-void EnterAllMembers(Document& doc, const Findings& findings) {
-  for (const FoundObject& container : findings.objectStreams) {
+void EnterAllMembers(Document& doc, const FileParts& parts) {
+  for (const FoundObject& container : parts.objectStreams) {
     try {
       EnterMembers(doc, container);
     } catch (const HostFailure& failure) {
@@ -190,15 +97,13 @@ std::uint32_t TrailerAt(Document& doc, std::uint64_t position) {
 
 bool IsXrefStream(Document& doc, const FoundObject& found) {
   const std::uint32_t dict = TrailerAt(doc, found.position);
-  if (dict == 0) return false;
-  const Value type = EntryValue(doc, dict, "Type");
-  return type.tag == ValueTag::kName && NameText(doc, type.payload) == "XRef";
+  return dict != 0 && TypeIs(doc, dict, "XRef");
 }
 
-void EnterObjects(Document& doc, const Findings& findings) {
-  for (const FoundObject& found : findings.objects) EnterFound(doc, found);
+void EnterObjects(Document& doc, const FileParts& parts) {
+  for (const FoundObject& found : parts.objects) EnterFound(doc, found);
   // They only looked like it: an object without an end of its own runs into the next one's text.
-  for (const FoundObject& found : findings.xrefStreams) {
+  for (const FoundObject& found : parts.xrefStreams) {
     ObjectSlot& slot = SlotFor(doc.objects, found.number);
     if (slot.position == found.position && IsXrefStream(doc, found)) slot.structure = true;
   }
@@ -206,17 +111,17 @@ void EnterObjects(Document& doc, const Findings& findings) {
 
 // The newest first. In a file that has both kinds, the trailers come first: they are later or
 // equal.
-std::vector<std::uint32_t> ReadTrailers(Document& doc, const Findings& findings) {
+std::vector<std::uint32_t> ReadTrailers(Document& doc, const FileParts& parts) {
   std::vector<std::uint32_t> dicts;
   const auto add = [&](std::uint64_t position) {
     if (dicts.size() >= kMaxTrailers) return;
     const std::uint32_t dict = TrailerAt(doc, position);
     if (dict != 0) dicts.push_back(dict);
   };
-  const std::size_t tried = std::min(findings.trailers.size(), kMaxTrailers);
-  for (std::size_t i = 1; i <= tried; ++i) add(findings.trailers[findings.trailers.size() - i]);
-  for (std::size_t i = findings.xrefStreams.size(); i > 0; --i) {
-    add(findings.xrefStreams[i - 1].position);
+  const std::size_t tried = std::min(parts.trailers.size(), kMaxTrailers);
+  for (std::size_t i = 1; i <= tried; ++i) add(parts.trailers[parts.trailers.size() - i]);
+  for (std::size_t i = parts.xrefStreams.size(); i > 0; --i) {
+    add(parts.xrefStreams[i - 1].position);
   }
   return dicts;
 }
@@ -235,8 +140,7 @@ bool LooksLikeCatalog(Document& doc, std::uint32_t number) {
   const std::uint32_t dict = DictOf(doc, number);
   if (dict == 0) return false;
   if (!doc.isPdf) return EntryValue(doc, dict, "FDF") != kNullValue;
-  const Value type = EntryValue(doc, dict, "Type");
-  return type.tag == ValueTag::kName && NameText(doc, type.payload) == "Catalog";
+  return TypeIs(doc, dict, "Catalog");
 }
 
 std::uint32_t FindCatalog(Document& doc) {
@@ -290,10 +194,10 @@ std::uint32_t FindFileId(Document& doc) {
 }
 
 // Of an encrypted file whose trailer is lost, the encryption dictionary may still be there.
-std::uint32_t FindEncryption(Document& doc, const Findings& findings) {
+std::uint32_t FindEncryption(Document& doc, const FileParts& parts) {
   const std::size_t place = doc.text.rfind("/Standard");
   const FoundObject* holder = nullptr;
-  for (const FoundObject& found : findings.objects) {
+  for (const FoundObject& found : parts.objects) {
     if (place != std::string_view::npos && found.position < place) holder = &found;
   }
   if (holder == nullptr) return 0;
@@ -307,16 +211,6 @@ std::uint32_t FindEncryption(Document& doc, const Findings& findings) {
   const std::uint32_t id = FindFileId(doc);
   if (id != 0) SetEntry(doc, trailer, NameFromText(doc, "ID"), CellValue(id));
   return trailer;
-}
-
-bool NamesCatalog(Document& doc, std::uint32_t trailer) {
-  try {
-    return CellOf(doc, EntryValue(doc, trailer, "Root"), CellKind::kDict) != 0;
-  } catch (const HostFailure& failure) {
-    if (failure.code == kErrorBadFile) throw;
-    Warn(doc, failure.what(), failure.objectNumber, failure.offset);
-    return false;
-  }
 }
 
 std::uint32_t ChooseTrailer(Document& doc, const std::vector<std::uint32_t>& trailers) {
@@ -339,23 +233,35 @@ void TakeEncryption(Document& doc, std::uint32_t from, std::uint32_t to) {
 
 }  // namespace
 
+bool NamesCatalog(Document& doc, std::uint32_t trailer) {
+  try {
+    const std::uint32_t root = CellOf(doc, EntryValue(doc, trailer, "Root"), CellKind::kDict);
+    if (root == 0 || !doc.isPdf) return root != 0;
+    return EntryValue(doc, root, "Pages") != kNullValue || TypeIs(doc, root, "Catalog");
+  } catch (const HostFailure& failure) {
+    if (failure.code == kErrorBadFile) throw;
+    Warn(doc, failure.what(), failure.objectNumber, failure.offset);
+    return false;
+  }
+}
+
 void ScanDocument(Document& doc) {
   doc.scanned = true;
   ForgetEntries(doc);
-  const Findings findings = ReadThrough(doc);
-  EnterObjects(doc, findings);
-  if (doc.trailer != 0) return EnterAllMembers(doc, findings);
+  const FileParts parts = ReadThrough(doc);
+  EnterObjects(doc, parts);
+  if (doc.trailer != 0) return EnterAllMembers(doc, parts);
   // Object streams of an encrypted file cannot be read before its key is known.
-  std::vector<std::uint32_t> trailers = ReadTrailers(doc, findings);
+  std::vector<std::uint32_t> trailers = ReadTrailers(doc, parts);
   if (trailers.empty()) {
-    const std::uint32_t encryption = FindEncryption(doc, findings);
+    const std::uint32_t encryption = FindEncryption(doc, parts);
     if (encryption != 0) trailers.push_back(encryption);
   }
   std::uint32_t encrypted = 0;
   for (const std::uint32_t trailer : trailers) {
     if (encrypted == 0 && PrepareDecryption(doc, trailer)) encrypted = trailer;
   }
-  EnterAllMembers(doc, findings);
+  EnterAllMembers(doc, parts);
   const std::uint32_t trailer = ChooseTrailer(doc, trailers);
   if (encrypted != 0) TakeEncryption(doc, encrypted, trailer);
   AdoptTrailer(doc, trailer);

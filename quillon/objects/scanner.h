@@ -11,4 +11,7 @@ namespace quillon::objects {
 // last object that looks like a catalog. Sets doc.scanned.
 void ScanDocument(Document& doc);
 
+// Whether a trailer's Root is a catalog, or could be one.
+bool NamesCatalog(Document& doc, std::uint32_t trailer);
+
 }  // namespace quillon::objects

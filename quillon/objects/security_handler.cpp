@@ -142,17 +142,38 @@ void DecryptWhatWasRead(Document& doc) {
   }
 }
 
+// What the key is made from and the file has lost; nothing when it has all of it. Files without an
+// ID are honest ones when they are whole.
+std::optional<std::string> LostIngredient(const Document& doc, const PasswordData& data) {
+  constexpr std::size_t kHash = 32;  // bytes
+  constexpr std::size_t kSaltedHash = 48;
+  const bool salted = data.revision >= 5;
+  const std::size_t least = salted ? kSaltedHash : kHash;
+  if (data.owner.size() < least) return "O entry";
+  // From revision 3 on, half of it is padding.
+  if (data.user.size() < (data.revision == 3 || data.revision == 4 ? kHash / 2 : least)) {
+    return "U entry";
+  }
+  if (salted && data.ownerKey.size() < kHash) return "OE entry";
+  if (salted && data.userKey.size() < kHash) return "UE entry";
+  if (!salted && doc.scanned && data.fileId.empty()) return "ID";
+  return std::nullopt;
+}
+
 // Says why a file does not open; no password can help where the key's ingredients are lost.
 [[noreturn]] void FailPassword(const Document& doc, const PasswordData& data) {
-  if (doc.scanned && data.fileId.empty() && data.revision < 5) {
-    Fail(
-        kErrorBadFile,
-        "The file is encrypted, and its ID, from which the key is made, is lost: no password opens "
-        "it. Get a copy that is whole.");
+  if (const auto lost = LostIngredient(doc, data)) {
+    Fail(kErrorBadFile, "The file is encrypted, and its " + *lost +
+                            ", from which the key is made, is lost or too short: no password "
+                            "opens it. Get a copy that is whole.");
   }
-  Fail(kErrorPassword, doc.password.empty()
-                           ? "The file is encrypted; it takes a password to open it."
-                           : "The file is encrypted under another password than the one given.");
+  const std::string doubt = data.fileId.empty() && data.revision < 5
+                                ? " It has no ID; if that was lost, no password opens it."
+                                : "";
+  Fail(kErrorPassword,
+       (doc.password.empty() ? "The file is encrypted; it takes a password to open it."
+                             : "The file is encrypted under another password than the one given.") +
+           doubt);
 }
 
 }  // namespace

@@ -148,6 +148,7 @@ void AppendNested(const Writing& to, const Value& value) {
     case ValueTag::kName:
       return AppendName(to.out, NameText(to.doc, value.payload));
     case ValueTag::kReference:
+      if (value.payload == kLentNumber) return AppendNested(to, LoadObject(to.doc, kLentNumber));
       return AppendReference(to, value);
     case ValueTag::kCell:
       return AppendCell(to, value.payload);

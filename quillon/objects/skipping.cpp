@@ -8,31 +8,50 @@
 namespace quillon::objects {
 namespace {
 
-void SkipLiteralString(Cursor& cursor) {
-  const Cursor start = cursor;
+// Past the parenthesis that closes as many as were opened, or just the first one; false when there
+// is none, with the cursor at the end.
+bool PassClosing(Cursor& cursor, bool first) {
   int depth = 0;
   for (; cursor.at < cursor.end; ++cursor.at) {
     if (*cursor.at == '\\') {
       if (++cursor.at == cursor.end) break;
     } else if (*cursor.at == '(') {
       ++depth;
-    } else if (*cursor.at == ')' && --depth == 0) {
+    } else if (*cursor.at == ')' && (--depth == 0 || first)) {
       ++cursor.at;
-      return;
+      return true;
     }
   }
-  FailAt(start, "A string has no end");
+  return false;
 }
 
-void SkipHexString(Cursor& cursor) {
-  const auto left = static_cast<std::size_t>(cursor.end - cursor.at);
-  const void* close = std::memchr(cursor.at, '>', left);
-  if (close == nullptr) {
-    const Cursor start = cursor;
-    cursor.at = cursor.end;  // so far it was looked through
-    FailAt(start, "A hexadecimal string has no end");
+// Where parentheses do not match up to the end of the text, one too many was opened: the first that
+// closes ends the string, so that the least of what follows is taken for a part of it.
+bool SkipLiteralString(Cursor& cursor) {
+  const Cursor start = cursor;
+  if (PassClosing(cursor, false)) return true;
+  const std::string_view text(start.at, static_cast<std::size_t>(start.end - start.at));
+  Cursor own = start;
+  own.end = start.at + std::min(text.find("endobj"), text.size());
+  if (!PassClosing(own, true)) FailAt(start, "A string has no end");
+  cursor.at = own.at;
+  return false;
+}
+
+// A delimiter other than the closing one ends the string too: what follows is no part of it.
+bool SkipHexString(Cursor& cursor) {
+  const Cursor start = cursor;
+  bool whole = true;
+  for (++cursor.at; cursor.at < cursor.end; ++cursor.at) {
+    if (*cursor.at == '>') {
+      ++cursor.at;
+      return whole;
+    }
+    if (HexValue(*cursor.at) >= 0 || IsSpace(*cursor.at)) continue;
+    whole = false;
+    if (!IsRegular(*cursor.at)) return false;
   }
-  cursor.at = static_cast<const char*>(close) + 1;
+  FailAt(start, "A hexadecimal string has no end");
 }
 
 void SkipRegular(Cursor& cursor) {
@@ -41,24 +60,17 @@ void SkipRegular(Cursor& cursor) {
 
 bool StartsKeyword(char c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z'); }
 
-// The words that no object contains: at one of them an object has ended, even when its brackets do
-// not match.
-bool EndsObject(std::string_view word) {
-  return word == "endobj" || word == "stream" || word == "obj" || word == "xref" ||
-         word == "trailer" || word == "startxref";
-}
-
 // Moves over one token; answers by how much it changes the nesting.
 int SkipToken(Cursor& cursor) {
   const char c = *cursor.at;
   const bool doubled = cursor.end - cursor.at > 1 && cursor.at[1] == c;
   switch (c) {
     case '(':
-      SkipLiteralString(cursor);
+      SkipString(cursor);
       return 0;
     case '<':
       if (!doubled) {
-        SkipHexString(cursor);
+        SkipString(cursor);
         return 0;
       }
       cursor.at += 2;
@@ -82,6 +94,15 @@ int SkipToken(Cursor& cursor) {
 }
 
 }  // namespace
+
+bool EndsObject(std::string_view word) {
+  return word == "endobj" || word == "stream" || word == "obj" || word == "xref" ||
+         word == "trailer" || word == "startxref";
+}
+
+bool SkipString(Cursor& cursor) {
+  return *cursor.at == '(' ? SkipLiteralString(cursor) : SkipHexString(cursor);
+}
 
 void SkipSpace(Cursor& cursor) {
   for (; cursor.at < cursor.end; ++cursor.at) {

@@ -11,10 +11,15 @@
 #include "quillon/objects/load.h"
 #include "quillon/objects/numbers.h"
 #include "quillon/objects/repair_pages.h"
+#include "quillon/objects/security_handler.h"
 #include "quillon/objects/serializer.h"
+#include "quillon/objects/unlisted.h"
 
 namespace quillon::objects {
 namespace {
+
+// For a file whose own header names no version.
+constexpr std::string_view kUsualHeader = "%PDF-1.7";
 
 constexpr std::size_t kPieceSize = std::size_t{256} * 1024;
 
@@ -23,6 +28,9 @@ constexpr std::string_view kBinaryComment = "\n%\xE2\xE3\xCF\xD3\n";
 
 // Numbers nobody uses are listed as free up to this many in a row; larger gaps are left out.
 constexpr std::uint32_t kMaxListedGap = 32;
+
+// A key of this size, in bytes, is made without the ID (ISO 32000-2, 7.6.4.4).
+constexpr std::size_t kIndependentKey = 32;
 
 std::string RandomId() {
   std::random_device device;
@@ -38,8 +46,9 @@ std::string RandomId() {
 FileIds IdsFor(Document& doc) {
   if (!doc.isPdf) return {};
   const std::string permanent = FirstFileId(doc, doc.trailer);
-  // Its key was made without an ID and would be another with one.
-  if (permanent.empty() && doc.protection) return {};
+  // Its key was made without an ID and would be another one with it.
+  if (permanent.empty() && doc.protection && doc.protection->key.size() < kIndependentKey)
+    return {};
   const std::string fresh = RandomId();
   // A file that never had an ID gets the same one twice: nothing was changed under it.
   return {permanent.empty() ? fresh : permanent, fresh};
@@ -68,8 +77,7 @@ bool IsObjectStream(Document& doc, std::uint32_t number, std::string_view text) 
   const std::uint32_t stream = CellOf(doc, LoadObject(doc, number), CellKind::kStream);
   if (stream == 0) return false;
   const std::uint32_t dict = CellAt(doc.cells, stream).capacity;
-  const Value type = Dereference(doc, EntryValue(doc, dict, "Type"));
-  return type.tag == ValueTag::kName && NameText(doc, type.payload) == "ObjStm";
+  return TypeIs(doc, dict, "ObjStm");
 }
 
 void WriteMember(Document& doc, Output& out, std::uint32_t number) {
@@ -83,8 +91,18 @@ void WriteMember(Document& doc, Output& out, std::uint32_t number) {
   out.pending += "\nendobj\n";
 }
 
+bool IsSpoiled(const Document& doc, std::uint32_t number) {
+  const auto stream = doc.objectStreams.find(number);
+  return stream != doc.objectStreams.end() && stream->second->spoiled;
+}
+
+std::uint32_t ContainerOf(const ObjectSlot& slot) {
+  return static_cast<std::uint32_t>(slot.position >> 32);
+}
+
 // Copies an object as it stands in the file; false when it is not to be written.
 bool CopyFromFile(Document& doc, Output& out, std::uint32_t number) {
+  if (IsSpoiled(doc, number)) return false;
   const std::string_view text = ObjectText(doc, number);
   if (IsObjectStream(doc, number, text)) return false;
   if (!text.empty()) {
@@ -106,39 +124,50 @@ bool WriteObject(Document& doc, Output& out, std::uint32_t number) {
     AppendObject(doc, &out.pending, number);
     return true;
   }
-  // A number lent to a part of another object that did not change either.
-  if (slot->state == SlotState::kNew) return false;
   if (slot->state == SlotState::kInFile) return CopyFromFile(doc, out, number);
   WriteMember(doc, out, number);
   return true;
 }
 
-// An object that cannot be read is left out, and references to it read null. What was changed must
-// be written.
+// An object that cannot be read is left out, and references to it read null.
+void LeaveOut(Document& doc, const Output& out, std::uint32_t number) {
+  const std::string which = "Object " + std::to_string(number);
+  const std::int64_t offset = ObjectOffset(doc, number);
+  if (out.keepAll) {
+    Fail(
+        kErrorBadObject,
+        which +
+            " cannot be read, and writing the file anew in its place would lose it for good. Write "
+            "to another file, or append the changes.",
+        number, offset);
+  }
+  Warn(doc, which + " cannot be read; it was left out.", number, offset);
+}
+
+// False when it was left out.
 bool WriteIfReadable(Document& doc, Output& out, std::uint32_t number) {
   const std::size_t before = out.pending.size();
   try {
-    return WriteObject(doc, out, number);
+    const bool written = WriteObject(doc, out, number);
+    if (!FindSlot(doc.objects, number)->unreadable) return written;
   } catch (const HostFailure& failure) {
     const bool unread = failure.code == kErrorBadObject || failure.code == kErrorBadStream;
     if (!unread || FindSlot(doc.objects, number)->changed) throw;
-    out.pending.resize(before);
-    Warn(doc, std::string(failure.what()) + " It was left out.", number, failure.offset);
-    return false;
+    Warn(doc, failure.what(), failure.objectNumber, failure.offset);
   }
+  out.pending.resize(before);
+  LeaveOut(doc, out, number);
+  return false;
 }
 
-enum class MemberState { kGood, kMended, kUnreadable };
-
-// Whether an object can stay in its object stream.
-MemberState StateOfMember(Document& doc, std::uint32_t number) {
-  try {
-    ObjectText(doc, number);
-    return FindSlot(doc.objects, number)->mended ? MemberState::kMended : MemberState::kGood;
-  } catch (const HostFailure& failure) {
-    if (failure.code == kErrorBadFile) throw;
-    Warn(doc, std::string(failure.what()) + " It was left out.", number, failure.offset);
-    return MemberState::kUnreadable;
+// An object stream with a member that cannot stay in it as it is would be copied with its damage.
+void FindSpoiledStreams(Document& doc) {
+  for (const std::uint32_t number : SlotNumbers(doc.objects)) {
+    const ObjectSlot* slot = FindSlot(doc.objects, number);
+    if (slot->state != SlotState::kCompressed || slot->changed) continue;
+    if (!ObjectText(doc, number).empty()) continue;
+    const auto stream = doc.objectStreams.find(ContainerOf(*slot));
+    if (stream != doc.objectStreams.end()) stream->second->spoiled = true;
   }
 }
 
@@ -147,13 +176,10 @@ std::vector<XrefEntry> WriteObjects(Document& doc, Output& out) {
   std::vector<XrefEntry> entries;
   for (const std::uint32_t number : WritingOrder(doc)) {
     const ObjectSlot* slot = FindSlot(doc.objects, number);
-    if (doc.xrefStream && slot->state == SlotState::kCompressed && !slot->changed) {
-      const MemberState state = StateOfMember(doc, number);
-      if (state == MemberState::kUnreadable) continue;
-      if (state == MemberState::kGood) {
-        entries.push_back({number, Kind::kCompressed, 0, slot->position});
-        continue;
-      }
+    if (doc.xrefStream && slot->state == SlotState::kCompressed && !slot->changed &&
+        !IsSpoiled(doc, ContainerOf(*slot))) {
+      entries.push_back({number, Kind::kCompressed, 0, slot->position});
+      continue;
     }
     const std::uint64_t position = PositionOf(out);
     if (WriteIfReadable(doc, out, number)) {
@@ -205,8 +231,10 @@ std::vector<XrefEntry> WriteChanges(Document& doc, Output& out) {
   bool freed = false;
   for (const std::uint32_t number : SlotNumbers(doc.objects)) {
     const ObjectSlot* slot = FindSlot(doc.objects, number);
-    if (!slot->changed) continue;
-    if (InUse(*slot)) {
+    if (!slot->changed && !slot->misplaced && !slot->mended) continue;
+    if (!slot->changed && !slot->mended && slot->state == SlotState::kInFile) {
+      entries.push_back({number, Kind::kInFile, slot->generation, slot->position});
+    } else if (InUse(*slot)) {
       entries.push_back({number, Kind::kInFile, slot->generation, PositionOf(out)});
       AppendObject(doc, &out.pending, number);
       if (out.pending.size() >= kPieceSize) FlushOutput(out);
@@ -236,8 +264,10 @@ FileIds WriteDocument(Document& doc, const std::string& header, Output& out) {
   }
   StartSpendingAnew(doc);
   RepairPages(doc);
+  AdoptNamedObjects(doc);
+  if (doc.xrefStream) FindSpoiledStreams(doc);
   FileIds ids = IdsFor(doc);
-  out.pending += header;
+  out.pending += HasVersion(header) ? header : kUsualHeader;
   out.pending += kBinaryComment;
   std::vector<XrefEntry> entries = WithFreeEntries(doc, WriteObjects(doc, out));
   const std::uint32_t size = entries.back().number + 1;
@@ -253,6 +283,7 @@ FileIds WriteUpdate(Document& doc, Output& out) {
   StartSpendingAnew(doc);
   CheckCanAppend(doc);
   RepairPages(doc);
+  AdoptNamedObjects(doc);
   // Offsets count from the header on.
   out.pass(doc.source.bytes);
   out.passed = doc.text.size();

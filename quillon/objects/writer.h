@@ -17,6 +17,7 @@ struct Output {
   std::function<void(std::string_view)> pass;
   std::string pending;
   std::uint64_t passed = 0;
+  bool keepAll = false;  // an object that cannot be read ends the writing instead of being left out
 };
 
 inline std::uint64_t PositionOf(const Output& out) { return out.passed + out.pending.size(); }

@@ -5,6 +5,7 @@
 #include <unordered_set>
 
 #include "quillon/objects/dictionary.h"
+#include "quillon/objects/file_parts.h"
 #include "quillon/objects/limits.h"
 #include "quillon/objects/load.h"
 #include "quillon/objects/parser.h"
@@ -41,6 +42,9 @@ std::uint64_t StartPosition(const Document& doc) {
   if (!position || *position >= doc.text.size()) {
     FailXref(doc, found, "The startxref points nowhere");
   }
+  if (ObjectStartsAfter(doc, found)) {
+    FailXref(doc, found, "An update behind the last startxref is cut off");
+  }
   return *position;
 }
 
@@ -66,7 +70,7 @@ XrefSection ReadSection(Document& doc, std::uint64_t position, Reading* reading)
   ReadXrefTable(doc, &section, &freed);
   ReadHybridPart(doc, section, reading);
   for (const FreeEntry& entry : freed) {
-    EnterObject(doc, entry.number, SlotState::kFree, 0, entry.generation);
+    EnterObject(doc, entry.number, SlotState::kFree, position, entry.generation);
   }
   return section;
 }
@@ -84,8 +88,10 @@ void ReadSections(Document& doc, Reading* reading) {
       reading->newestIsStream = section.stream != 0;
     }
     if (reading->withRoot == 0 && HasRoot(doc, section.dict)) reading->withRoot = section.dict;
+    doc.sections.push_back(position);
+    if (EntryValue(doc, section.dict, "Prev") == kNullValue) break;
     const std::int32_t previous = IntegerEntry(doc, section.dict, "Prev", -1);
-    if (previous < 0) break;
+    if (previous < 0) FailXref(doc, position, "The older cross-references have no place");
     position = static_cast<std::uint64_t>(previous);
     if (reading->positions.contains(position)) {
       Warn(doc, "The cross-references lead back to where they were.", 0, FileOffset(doc, position));
@@ -144,6 +150,7 @@ bool ReadCrossReferences(Document& doc) {
     Warn(doc, std::string(failure.what()) + " The objects were searched for.", failure.objectNumber,
          failure.offset);
     doc.objects = ObjectTable{};
+    doc.sections.clear();
     doc.costs = ReadingCosts{};
     return false;
   }

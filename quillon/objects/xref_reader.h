@@ -22,8 +22,9 @@ struct XrefSection {
 };
 
 // Each reads the section at section->position and enters what is not yet known; throws HostFailure
-// (kErrorBadFile and others) when it is no such section. Entries of free objects of a table go to
-// `freed`: in a hybrid file the stream that belongs to the table may still have the object.
+// (kErrorBadFile and others) when it is no such section, or less or more than it says. Entries of
+// free objects of a table go to `freed`: in a hybrid file the stream that belongs to the table may
+// still have the object.
 struct FreeEntry {
   std::uint32_t number;
   std::uint16_t generation;

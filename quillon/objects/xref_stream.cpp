@@ -47,17 +47,49 @@ std::uint64_t TakeField(const char*& at, std::size_t width, std::uint64_t otherw
   return value;
 }
 
-void EnterFields(Document& doc, std::uint64_t number, std::uint64_t type, std::uint64_t second,
-                 std::uint64_t third) {
-  const auto generation = static_cast<std::uint16_t>(third);
-  if (type == 0) {
-    EnterObject(doc, number, SlotState::kFree, 0, generation);
-  } else if (type == 1) {
-    EnterObject(doc, number, SlotState::kInFile, second, generation);
-  } else if (type == 2 && second <= kMaxObjectNumber && third <= 0xFFFFFFFFu) {
-    EnterObject(doc, number, SlotState::kCompressed, second << 32 | third, 0);
+struct Fields {
+  std::uint64_t type;
+  std::uint64_t second;
+  std::uint64_t third;
+};
+
+void EnterFields(Document& doc, const XrefSection& section, std::uint64_t number,
+                 const Fields& fields) {
+  const auto generation = static_cast<std::uint16_t>(fields.third);
+  if (fields.type == 0) {
+    EnterObject(doc, number, SlotState::kFree, section.position, generation);
+  } else if (fields.type == 1) {
+    EnterObject(doc, number, SlotState::kInFile, fields.second, generation);
+  } else if (fields.type == 2 && fields.second <= kMaxObjectNumber && fields.third <= 0xFFFFFFFFu) {
+    EnterObject(doc, number, SlotState::kCompressed, fields.second << 32 | fields.third, 0);
+  } else {
+    FailXref(doc, section.position,
+             "The cross-references list object " + std::to_string(number) + " in an unknown way");
   }
-  // Other types are for readers of later versions; the objects are null to this one.
+}
+
+void EnterEntries(Document& doc, const XrefSection& section, const FieldWidths& widths,
+                  std::string_view bytes) {
+  std::vector<std::int32_t> index = IntegersOf(doc, EntryValue(doc, section.dict, "Index"));
+  if (index.empty()) index = {0, IntegerEntry(doc, section.dict, "Size", 0)};
+  const char* at = bytes.data();
+  const char* end = at + bytes.size();
+  const auto length = static_cast<std::ptrdiff_t>(widths[0] + widths[1] + widths[2]);
+  for (std::size_t i = 0; i + 1 < index.size(); i += 2) {
+    for (std::int32_t j = 0; j < index[i + 1]; ++j) {
+      if (end - at < length) {
+        FailXref(doc, section.position, "The cross-reference stream is shorter than it says");
+      }
+      const std::uint64_t type = TakeField(at, widths[0], 1);
+      const std::uint64_t second = TakeField(at, widths[1], 0);
+      const std::uint64_t third = TakeField(at, widths[2], 0);
+      const auto number = static_cast<std::uint64_t>(std::int64_t{index[i]} + j);
+      EnterFields(doc, section, number, {type, second, third});
+    }
+  }
+  if (end - at >= length) {
+    FailXref(doc, section.position, "The cross-reference stream is longer than it says");
+  }
 }
 
 }  // namespace
@@ -74,19 +106,7 @@ void ReadXrefStream(Document& doc, XrefSection* section) {
   const FieldWidths widths = WidthsOf(doc, *section);
   const std::string bytes = DecodedBytes(doc, cell, section->stream);
   Spend(doc, bytes.size());
-  std::vector<std::int32_t> index = IntegersOf(doc, EntryValue(doc, section->dict, "Index"));
-  if (index.empty()) index = {0, IntegerEntry(doc, section->dict, "Size", 0)};
-  const char* at = bytes.data();
-  const char* end = at + bytes.size();
-  const auto length = static_cast<std::ptrdiff_t>(widths[0] + widths[1] + widths[2]);
-  for (std::size_t i = 0; i + 1 < index.size(); i += 2) {
-    for (std::int32_t j = 0; j < index[i + 1] && end - at >= length; ++j) {
-      const std::uint64_t type = TakeField(at, widths[0], 1);
-      const std::uint64_t second = TakeField(at, widths[1], 0);
-      const std::uint64_t third = TakeField(at, widths[2], 0);
-      EnterFields(doc, static_cast<std::uint64_t>(std::int64_t{index[i]} + j), type, second, third);
-    }
-  }
+  EnterEntries(doc, *section, widths, bytes);
 }
 
 }  // namespace quillon::objects

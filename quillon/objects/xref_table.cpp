@@ -79,7 +79,7 @@ void ReadSubsection(Document& doc, Cursor& cursor, std::uint64_t first, std::uin
 
 void ReadXrefTable(Document& doc, XrefSection* section, std::vector<FreeEntry>* freed) {
   Cursor cursor = CursorAt(doc, section->position, 0);
-  if (!TakeKeyword(cursor, "xref")) {
+  if (!TakeKeyword(cursor, "xref") || cursor.at == cursor.end || !IsSpace(*cursor.at)) {
     FailXref(doc, section->position, "The cross-reference table is not where the file says");
   }
   while (!TakeKeyword(cursor, "trailer")) {

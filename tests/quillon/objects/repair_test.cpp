@@ -2,6 +2,7 @@
 #include <algorithm>
 
 #include "tests/quillon/objects/file_text.h"
+#include "tests/support/test_host.h"
 
 namespace quillon::test {
 namespace {
@@ -55,12 +56,42 @@ TEST(Repair, WhatFollowsAnObjectAndIsNoneOfItIsNotWritten) {
   EXPECT_NE(saved.find("\n4 0 obj\nnull\nendobj\n"), std::string::npos);
 }
 
-TEST(Repair, AnObjectThatCannotBeReadIsLeftOutOfTheWrittenFile) {
-  const OpenedDocument file(FileWithTwo("<</A >> @ ]]", "<</Kept 3 0 R>>"));
+// What is no PDF is read as best it can be; how it is written again shows how.
+TEST(Repair, OneWrongTokenCostsNoMoreThanItself) {
+  const std::map<std::string, std::string> texts = {
+      {"<</A True/B 1>>", "<</A null/B 1>>"},
+      {"<</A -/B 1.5e3/C --2>>", "<</A 0/B 1.5/C -2>>"},
+      {"<</Lone/V(x)/B 1>>", "<</V(x)/B 1>>"},
+      {"<</A 1 (x)/B 1/C>>", "<</A 1/B 1>>"},
+      {"<</A[1 } 2 ) 3 > ]>>", "<</A[1 2 3]>>"},
+      {"<</A[1 2/B[3>>", "<</A[1 2/B[3]]>>"},
+      {"<</A<</B 1>/C 2>>", "<</A<</B 1>>/C 2>>"},
+      {"<</A<41zz42>/B 1>>", "<</A(AB)/B 1>>"},
+      {"<</A<4142/B 1>>", "<</A(AB)/B 1>>"},
+      {"<</A(b(c)/B 1>>", "<</A(b\\(c)/B 1>>"},
+      {"<</A 1/B<</C 2", "<</A 1/B<</C 2>>>>"},
+  };
+  for (const auto& [wrong, right] : texts) {
+    SCOPED_TRACE(wrong);
+    const OpenedDocument file(FileWithTwo(wrong, "<</B 1>>"));
+    const std::string saved = SavedAfterChange(file.doc);
+    EXPECT_NE(saved.find("\n3 0 obj\n" + right + "\nendobj"), std::string::npos) << saved;
+    EXPECT_TRUE(Tells(file.doc, "", 3));
+    EXPECT_TRUE(PdfWarnings(OpenedDocument(saved).doc).empty());
+  }
+}
+
+TEST(Repair, AnObjectThatCannotBeReadIsNullAndNotLostInTheOnlyCopy) {
+  const OpenedDocument file(FileWithTwo("<</A (never ended>>", "<</Kept 3 0 R>>"));
+  EXPECT_EQ(objects::TypeOf(file.At(3)), ObjectKind::kNull);
+  EXPECT_TRUE(Tells(file.doc, "is read as null", 3));
   const OpenedDocument again(SavedAfterChange(file.doc));
-  EXPECT_TRUE(Tells(file.doc, "It was left out", 3));
+  EXPECT_TRUE(Tells(file.doc, "it was left out", 3));
   EXPECT_EQ(objects::TypeOf(Get(again.At(4), "Kept")), ObjectKind::kNull);
   EXPECT_TRUE(PdfWarnings(again.doc).empty());
+  SaveOptions options;
+  options.keepAll = true;
+  EXPECT_EQ(RaisedBy([&] { PdfToBytes(file.doc, options); }), kErrorBadObject);
 }
 
 TEST(Repair, WarningsAreToldOnceAndNotWithoutEnd) {

@@ -181,6 +181,11 @@ TEST(FormKey, ADirectFormIsShownIndirectAndWrittenOnlyWithAChange) {
   PutText(file.doc, form, "DA", "/Helv 0 Tf");
   const OpenedDocument again(PdfToBytes(file.doc));
   EXPECT_EQ(Text(Get(Get(again.Root(), "QuillForm"), "DA")), "/Helv 0 Tf");
+  EXPECT_EQ(ObjectCount(again.doc), 3u) << "it is a part of the catalog again";
+  objects::DictPut(file.At(2), Name("Form"), form);
+  const OpenedDocument named(PdfToBytes(file.doc));
+  EXPECT_EQ(ObjectNumberOf(Get(named.Root(), "QuillForm")), 3u);
+  EXPECT_EQ(ObjectNumberOf(Get(named.At(2), "Form")), 3u);
 }
 
 }  // namespace

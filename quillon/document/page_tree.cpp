@@ -15,16 +15,6 @@ void AddPage(PageTree* tree, ObjectHandle dict, std::uint32_t parent) {
   tree->pages.push_back({dict, parent});
 }
 
-// A node has Kids; its Type decides only about a page that has Kids of its own making.
-bool IsTreeNode(ObjectHandle dict) {
-  return IsKind(objects::DictGet(dict, Names().Kids), ObjectKind::kArray) &&
-         NameOr(objects::DictGet(dict, Names().Type), kNoAtom) != Names().Page;
-}
-
-bool IsEmptyNode(ObjectHandle dict) {
-  return NameOr(objects::DictGet(dict, Names().Type), kNoAtom) == Names().Pages;
-}
-
 void EnterNode(PageTree* tree, ObjectHandle dict, std::uint32_t parent) {
   const std::uint32_t object = ObjectNumberOf(dict);
   if (object != 0 && !tree->entered.insert(object).second) {
@@ -38,23 +28,21 @@ void EnterNode(PageTree* tree, ObjectHandle dict, std::uint32_t parent) {
 }
 
 void Visit(PageTree* tree, ObjectHandle dict, std::uint32_t parent) {
-  if (!IsKind(dict, ObjectKind::kDict)) {
-    if (parent != kNoNode) {
-      WarnOfPdf(tree->nodes[parent].dict, "An entry of the page tree was no page.");
-    }
-    return;
-  }
-  if (IsTreeNode(dict)) {
-    EnterNode(tree, dict, parent);
-  } else if (!IsEmptyNode(dict)) {
-    AddPage(tree, dict, parent);
+  switch (PagePartOf(dict)) {
+    case PagePart::kNode:
+      return EnterNode(tree, dict, parent);
+    case PagePart::kPage:
+      return AddPage(tree, dict, parent);
+    case PagePart::kNone:
+      if (parent != kNoNode)
+        WarnOfPdf(tree->nodes[parent].dict, "An entry of the page tree is no page.");
   }
 }
 
 bool TakeStep(PageTree* tree) {
   if (!tree->started) {
     tree->started = true;
-    Visit(tree, EntryOf(objects::DocRoot(tree->doc), Names().Pages), kNoNode);
+    Visit(tree, PageTreeRoot(tree->doc), kNoNode);
     return true;
   }
   if (tree->path.empty()) return false;

@@ -100,6 +100,13 @@ std::vector<ObjectHandle> CopyPdfObjects(ObjectDoc from, const std::vector<Objec
 // own under, so that the same programs know it.
 void AdoptFormKey(ObjectDoc doc, ObjectDoc other);
 
+// What a page tree's entry is: a node has Kids; kNone leads to no page.
+enum class PagePart { kNone, kNode, kPage };
+PagePart PagePartOf(ObjectHandle dict);
+
+// Null when the document has no pages. A tree that is missing is made of the pages there are.
+ObjectHandle PageTreeRoot(ObjectDoc doc);
+
 // A direct dictionary: Root, Info, ID ... (ISO 32000-1, 7.5.5).
 ObjectHandle TrailerOf(ObjectDoc doc);
 

@@ -5,6 +5,7 @@
 #include "quillon/objects/copy.h"
 #include "quillon/objects/dictionary.h"
 #include "quillon/objects/load.h"
+#include "quillon/objects/page_parts.h"
 
 namespace quillon::objects {
 namespace {
@@ -56,8 +57,7 @@ void MakeParentRight(Document& doc, std::uint32_t number, std::uint32_t dict,
 }
 
 std::uint32_t KidsOf(Document& doc, std::uint32_t dict) {
-  const std::uint32_t kids = CellOf(doc, EntryValue(doc, dict, "Kids"), CellKind::kArray);
-  return kids != 0 && TypeIs(doc, dict, "Page") ? 0 : kids;
+  return CellOf(doc, EntryValue(doc, dict, "Kids"), CellKind::kArray);
 }
 
 // What cannot be read is no dictionary.
@@ -122,9 +122,19 @@ std::uint32_t CopyPage(Document& doc, std::uint32_t dict) {
   return AddObject(doc, copy);
 }
 
-void TakeOut(Document& doc, Node& node, const char* reason) {
+void TakeOut(Document& doc, Node& node, const std::string& reason) {
   Tell(doc, node.number, reason);
   ++node.next;
+}
+
+// A page is lost with an entry that should have led to one.
+void TakeOutNoPage(Document& doc, Node& node, const Value& kid) {
+  if (kid.tag != ValueTag::kReference) {
+    return TakeOut(doc, node, "An entry of the page tree was no page; it was left out.");
+  }
+  TakeOut(doc, node,
+          "The page tree lists object " + std::to_string(kid.payload) +
+              ", which is no page; it was left out.");
 }
 
 // The kid at node.next stays, as the object of that number.
@@ -147,9 +157,6 @@ void EnterNode(Repair& repair, std::uint32_t number, std::uint32_t dict, std::ui
 void PassPage(Repair& repair, std::uint32_t number, std::uint32_t dict) {
   Document& doc = repair.doc;
   Node& node = repair.path.back();
-  if (TypeIs(doc, dict, "Pages")) {
-    return TakeOut(doc, node, "An entry of the page tree had no pages.");
-  }
   RepairPage(doc, number, dict, node.number);
   Keep(doc, node, number);
   ++node.pages;
@@ -172,18 +179,18 @@ void PassKid(Repair& repair) {
   Node& node = repair.path.back();
   const Value kid = ElementsOf(CellAt(doc.cells, node.kids))[node.next];
   const std::uint32_t dict = DictAt(doc, kid);
-  if (dict == 0) return TakeOut(doc, node, "An entry of the page tree was no page.");
+  const PagePart part = dict == 0 ? PagePart::kNone : PagePartOf(doc, dict);
+  if (part == PagePart::kNone) return TakeOutNoPage(doc, node, kid);
   std::uint32_t number = kid.payload;
   if (kid.tag != ValueTag::kReference) {
     Tell(doc, node.number, "A page had no object number of its own.");
     number = AddObject(doc, kid);
   }
-  const std::uint32_t kids = KidsOf(doc, dict);
   const bool isNew = repair.met.insert(number).second;
-  if (kids == 0) {
+  if (part == PagePart::kPage) {
     isNew ? PassPage(repair, number, dict) : PassPageAgain(repair, number, dict);
   } else if (isNew && repair.path.size() < kMaxDepth) {
-    EnterNode(repair, number, dict, kids);
+    EnterNode(repair, number, dict, KidsOf(doc, dict));
   } else {
     TakeOut(doc, node, "An entry of the page tree led back into it.");
   }
@@ -205,67 +212,39 @@ void LeaveNode(Repair& repair) {
   if (!repair.path.empty()) repair.path.back().pages += node.pages;
 }
 
-// A tree of one level over all pages that can be read.
-std::uint32_t MakeTree(Document& doc) {
-  const std::uint32_t kids = NewCell(doc.cells, CellKind::kArray);
-  for (const std::uint32_t number : SlotNumbers(doc.objects)) {
-    const ObjectSlot* slot = FindSlot(doc.objects, number);
-    if (!InUse(*slot)) continue;
-    const Value value = ReferenceTo(number, slot->generation);
-    const std::uint32_t dict = DictAt(doc, value);
-    if (dict != 0 && TypeIs(doc, dict, "Page")) {
-      InsertElement(doc, kids, CellAt(doc.cells, kids).size, value);
-    }
-  }
-  if (CellAt(doc.cells, kids).size == 0) return 0;
-  const std::uint32_t tree = NewCell(doc.cells, CellKind::kDict);
-  SetEntry(doc, tree, NameFromText(doc, "Type"), NameOf(NameFromText(doc, "Pages")));
-  SetEntry(doc, tree, NameFromText(doc, "Kids"), CellValue(kids));
-  return AddObject(doc, CellValue(tree));
-}
-
-// The number of the tree's root, which gets one; 0 when there are no pages.
-std::uint32_t RootOfTree(Document& doc, std::uint32_t catalog) {
-  const Value entry = EntryValue(doc, catalog, "Pages");
-  const std::uint32_t dict = DictAt(doc, entry);
-  if (dict != 0 && entry.tag == ValueTag::kReference && KidsOf(doc, dict) != 0) {
-    return entry.payload;
-  }
-  std::uint32_t number = 0;
-  if (dict != 0 && KidsOf(doc, dict) != 0) {
-    Tell(doc, doc.root, "The page tree had no object number of its own.");
-    number = AddObject(doc, entry);
-  } else {
-    number = MakeTree(doc);
-    if (number == 0) return 0;
-    Tell(doc, doc.root, "The page tree was missing; it was made of the pages there are.");
-  }
-  // The old entry's cell may be the tree itself.
-  DictEntry* old = FindEntry(CellAt(doc.cells, catalog), NameFromText(doc, "Pages"));
-  if (old != nullptr) old->value = kNullValue;
-  Put(doc, catalog, "Pages", ReferenceTo(number, 0));
-  return number;
-}
-
-}  // namespace
-
-void RepairPages(Document& doc) {
-  const std::uint32_t catalog = CellOf(doc, EntryValue(doc, doc.trailer, "Root"), CellKind::kDict);
-  if (!doc.isPdf || catalog == 0) return;
-  const std::uint32_t root = RootOfTree(doc, catalog);
-  if (root == 0) return;
+// Walks all of the tree; answers how many pages it has.
+std::int32_t RepairTree(Document& doc, std::uint32_t root) {
   Repair repair{doc, {}, {root}};
   const std::uint32_t dict = DictAt(doc, LoadObject(doc, root));
   MakeTypeRight(doc, root, dict, "Pages");
   repair.path.push_back({root, dict, KidsOf(doc, dict)});
+  std::int32_t pages = 0;
   while (!repair.path.empty()) {
     const Node& node = repair.path.back();
+    pages = node.pages;
     if (node.next < CellAt(doc.cells, node.kids).size) {
       PassKid(repair);
     } else {
       LeaveNode(repair);
     }
   }
+  return pages;
+}
+
+}  // namespace
+
+void RepairPages(Document& doc) {
+  if (!doc.isPdf) return;
+  std::uint32_t root = PageTreeRoot(doc);
+  if (root == 0) return;
+  const bool lists = CellAt(doc.cells, KidsOf(doc, DictAt(doc, LoadObject(doc, root)))).size != 0;
+  if (RepairTree(doc, root) != 0 || !lists) return;
+  root = MakePageTree(doc, "The page tree led to no page.");
+  if (root == 0) {
+    Fail(kErrorBadObject, "No page of the document can be read, and writing it would lose them.",
+         doc.root, ObjectOffset(doc, doc.root));
+  }
+  RepairTree(doc, root);
 }
 
 }  // namespace quillon::objects

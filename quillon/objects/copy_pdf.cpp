@@ -1,5 +1,6 @@
 // Parts of one document in another.
 #include "quillon/objects/copy.h"
+#include "quillon/objects/dictionary.h"
 #include "quillon/objects/form_key.h"
 #include "quillon/objects/load.h"
 #include "quillon/objects/pdf_file.h"
@@ -34,12 +35,18 @@ void AdoptFormKey(ObjectDoc docHandle, ObjectDoc otherHandle) {
   const std::uint32_t catalog =
       objects::CellOf(doc, objects::LoadObject(doc, doc.root), objects::CellKind::kDict);
   if (catalog == 0) return;
-  const std::string_view key = objects::NameText(other, other.formKey);
-  // An entry of that key that is no form stays what it is.
-  for (const std::string_view taken : {objects::kFormKey, key}) {
-    if (objects::EntryValue(doc, catalog, taken) != objects::kNullValue) return;
+  if (objects::EntryValue(doc, catalog, objects::kFormKey) != objects::kNullValue) return;
+  const std::string name(objects::NameText(other, other.formKey));
+  const objects::NameCode key = objects::NameFromText(doc, name);
+  const objects::Value taken = objects::EntryValue(doc, catalog, key);
+  if (objects::Dereference(doc, taken) != objects::kNullValue) {
+    Fail(kErrorNotOffered, "The document's own form (" + name +
+                               ") cannot be read, and a second one beside it would be lost to "
+                               "other programs. Mend the document first.");
   }
-  doc.formKey = objects::NameFromText(doc, std::string(key));
+  // A reference to nothing.
+  objects::RemoveEntry(doc, catalog, key);
+  doc.formKey = key;
 }
 
 }  // namespace quillon

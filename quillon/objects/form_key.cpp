@@ -6,27 +6,44 @@
 namespace quillon::objects {
 namespace {
 
-// A dictionary with an array of fields. What cannot be read is none.
+// A dictionary with an array of fields.
 bool IsForm(Document& doc, const Value& value) {
-  try {
-    const std::uint32_t dict = CellOf(doc, value, CellKind::kDict);
-    return dict != 0 && CellOf(doc, EntryValue(doc, dict, "Fields"), CellKind::kArray) != 0;
-  } catch (const HostFailure& failure) {
-    Warn(doc, failure.what(), failure.objectNumber, failure.offset);
-    return false;
-  }
+  const std::uint32_t dict = CellOf(doc, value, CellKind::kDict);
+  return dict != 0 && CellOf(doc, EntryValue(doc, dict, "Fields"), CellKind::kArray) != 0;
 }
 
+// A dictionary that has lost its fields, but not what else only forms have.
+bool WasForm(Document& doc, const Value& value) {
+  const std::uint32_t dict = CellOf(doc, value, CellKind::kDict);
+  if (dict == 0) return false;
+  const auto has = [&](std::string_view key) { return EntryValue(doc, dict, key) != kNullValue; };
+  return (has("DA") && has("DR")) || has("NeedAppearances") || has("SigFlags");
+}
+
+using IsWanted = bool (*)(Document& doc, const Value& value);
+
 // The only entry that looks like a form; null when there is none or more than one.
-DictEntry* OnlyForm(Document& doc, Cell& catalog) {
+DictEntry* OnlyForm(Document& doc, Cell& catalog, IsWanted isWanted) {
   DictEntry* only = nullptr;
   for (std::uint32_t i = 0; i < catalog.size; ++i) {
     DictEntry& entry = EntriesOf(catalog)[i];
-    if (!IsForm(doc, entry.value)) continue;
+    if (!isWanted(doc, entry.value)) continue;
     if (only != nullptr) return nullptr;
     only = &entry;
   }
   return only;
+}
+
+DictEntry* LostForm(Document& doc, Cell& catalog) {
+  DictEntry* lost = OnlyForm(doc, catalog, &WasForm);
+  if (lost == nullptr) return nullptr;
+  Warn(doc, "The form has no list of its fields; it gets an empty one.", doc.root,
+       ObjectOffset(doc, doc.root));
+  const std::uint32_t form = CellOf(doc, lost->value, CellKind::kDict);
+  SetEntry(doc, form, NameFromText(doc, "Fields"), CellValue(NewCell(doc.cells, CellKind::kArray)));
+  const bool indirect = lost->value.tag == ValueTag::kReference;
+  FindSlot(doc.objects, indirect ? lost->value.payload : doc.root)->mended = true;
+  return lost;
 }
 
 void LendNumber(Document& doc, DictEntry* entry) {
@@ -52,7 +69,8 @@ void PrepareCatalog(Document& doc) {
   const NameCode shown = NameFromText(doc, kFormKey);
   DictEntry* entry = FindEntry(catalog, shown);
   if (entry == nullptr) {
-    entry = OnlyForm(doc, catalog);
+    entry = OnlyForm(doc, catalog, &IsForm);
+    if (entry == nullptr) entry = LostForm(doc, catalog);
     if (entry == nullptr) return;
     doc.formKey = entry->key;
     entry->key = shown;

@@ -42,6 +42,15 @@ void FindCatalogByScanning(Document& doc) {
   ScanDocument(doc);
 }
 
+// A catalog that is direct in the trailer becomes an object, as it must be; that is no change yet.
+void NumberCatalog(Document& doc) {
+  Warn(doc, "The catalog had no object number of its own.", 0, kNoOffset);
+  DictEntry* entry = FindEntry(CellAt(doc.cells, doc.trailer), NameFromText(doc, "Root"));
+  doc.root = AddObject(doc, entry->value);
+  entry->value = ReferenceTo(doc.root, 0);
+  doc.changed = doc.modified = false;
+}
+
 void ReadStructure(Document& doc) {
   if (!ReadCrossReferences(doc)) {
     // FDF files do without cross-references; nothing is wrong with them.
@@ -55,6 +64,7 @@ void ReadStructure(Document& doc) {
     if (!NamesCatalog(doc, doc.trailer)) FindCatalogByScanning(doc);
   }
   if (!NamesCatalog(doc, doc.trailer)) Fail(kErrorBadFile, "The file has no catalog.");
+  if (doc.isPdf && doc.root == 0) NumberCatalog(doc);
   PrepareCatalog(doc);
 }
 

@@ -97,7 +97,7 @@ std::vector<ObjectHandle> CopyPdfObjects(ObjectDoc from, const std::vector<Objec
                                          const std::vector<ObjectHandle>& leftOut, ObjectDoc to);
 
 // Has a document that has no form dictionary yet keep one under the key that the other keeps its
-// own under, so that the same programs know it.
+// own under, so that the same programs know it. kErrorNotOffered when something else stands there.
 void AdoptFormKey(ObjectDoc doc, ObjectDoc other);
 
 // What a page tree's entry is: a node has Kids; kNone leads to no page.

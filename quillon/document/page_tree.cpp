@@ -11,7 +11,10 @@ namespace {
 void AddPage(PageTree* tree, ObjectHandle dict, std::uint32_t parent) {
   const std::uint32_t object = ObjectNumberOf(dict);
   const auto number = static_cast<std::uint32_t>(tree->pages.size());
-  if (object != 0) tree->numberOf.try_emplace(object, number);
+  if (object != 0 && !tree->numberOf.try_emplace(object, number).second) {
+    if (tree->copies == kMaxPageCopies) return WarnOfPdf(dict, "A page is listed over and over.");
+    ++tree->copies;
+  }
   tree->pages.push_back({dict, parent});
 }
 

@@ -36,6 +36,7 @@ struct ObjectStream {
 struct ReadingCosts {
   std::uint64_t work = 0;     // bytes gone over
   std::uint64_t kept = 0;     // bytes of decoded object streams
+  std::uint64_t decoded = 0;  // bytes of other streams
   std::uint64_t entries = 0;  // of cross-references
 };
 

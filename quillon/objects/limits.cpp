@@ -15,7 +15,17 @@ void Spend(Document& doc, std::uint64_t bytes) {
        std::string("Reading the file takes too long: its parts lie within one another.") + kAdvice);
 }
 
-void StartSpendingAnew(Document& doc) { doc.costs.work = 0; }
+void StartSpendingAnew(Document& doc) { doc.costs.work = doc.costs.decoded = 0; }
+
+void SpendDecoded(Document& doc, std::uint64_t bytes) {
+  doc.costs.decoded += bytes;
+  if (doc.source.bytes.empty()) return;
+  if (doc.costs.decoded <= kDecodedBesides + kDecodedPerByte * doc.text.size()) return;
+  Fail(kErrorBadFile,
+       std::string("The file's values and appearances decode to more than a file of this size "
+                   "should hold.") +
+           kAdvice);
+}
 
 void CheckKept(Document& doc, std::uint64_t bytes) {
   doc.costs.kept += bytes;

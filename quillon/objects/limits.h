@@ -35,12 +35,23 @@ inline constexpr std::size_t kMaxFurtherNames = 100000;
 inline constexpr std::uint64_t kBytesPerEntry = 8;
 inline constexpr std::uint64_t kEntriesBesides = std::uint64_t{1} << 20;
 
+// Values and appearances are read as often as a command asks, and each time counts where many
+// fields share one. Most are too short to deflate much. A save starts the count anew.
+inline constexpr std::uint64_t kDecodedPerByte = 4;
+inline constexpr std::uint64_t kDecodedBesides = std::uint64_t{16} << 20;
+
+// Of one value or appearance: nobody typed or drew as much.
+inline constexpr std::uint64_t kMaxReadStream = std::uint64_t{4} << 20;
+
 // Each wrong thing in a file is told; a file that has more of them than anybody reads is not.
 inline constexpr std::size_t kMaxWarnings = 1000;
 
 // Adds to what was done for the document; throws HostFailure (kErrorBadFile) when it is too much.
 void Spend(Document& doc, std::uint64_t bytes);
 void StartSpendingAnew(Document& doc);
+
+// The same for decoded bytes of a stream that was read for its contents.
+void SpendDecoded(Document& doc, std::uint64_t bytes);
 
 // Throws when an object stream of `bytes` more is too much to keep.
 void CheckKept(Document& doc, std::uint64_t bytes);

@@ -56,7 +56,7 @@ StreamHandle OpenStream(ObjectHandle object, std::uint16_t mode) {
   // The reader keeps the bytes: the object may be destroyed while somebody still reads.
   auto bytes = std::make_shared<const std::string>(
       mode == kStreamRaw ? std::string(StoredBytes(stream.doc, stream.cell, number))
-                         : DecodedBytes(stream.doc, stream.cell, number));
+                         : ReadStream(stream.doc, stream.cell, number));
   auto reader = std::make_unique<ByteStream>();
   reader->read = [bytes, at = std::size_t{0}](void* buffer, std::uint32_t size) mutable {
     const std::size_t count = std::min<std::size_t>(size, bytes->size() - at);

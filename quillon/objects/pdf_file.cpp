@@ -55,7 +55,7 @@ std::string DecodedStream(ObjectHandle stream) {
                                                    : objects::CellOf(*target.doc, target.value,
                                                                      objects::CellKind::kStream);
   if (cell == 0) Fail(kErrorBadObject, "An object is no stream.", target.number);
-  return objects::DecodedBytes(*target.doc, cell, target.number);
+  return objects::ReadStream(*target.doc, cell, target.number);
 }
 
 }  // namespace quillon

@@ -104,6 +104,9 @@ void AdoptFormKey(ObjectDoc doc, ObjectDoc other);
 enum class PagePart { kNone, kNode, kPage };
 PagePart PagePartOf(ObjectHandle dict);
 
+// Pages listed again are pages of their own, as many as somebody may have meant.
+inline constexpr int kMaxPageCopies = 1000;
+
 // Null when the document has no pages. A tree that is missing is made of the pages there are.
 ObjectHandle PageTreeRoot(ObjectDoc doc);
 

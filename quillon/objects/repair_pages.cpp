@@ -13,9 +13,6 @@ namespace {
 // Levels of the tree that are kept; trees in use have five or less.
 constexpr std::size_t kMaxDepth = 256;
 
-// Pages listed again become pages of their own, as many as somebody may have meant.
-constexpr int kMaxCopies = 1000;
-
 struct Node {
   std::uint32_t number;
   std::uint32_t dict;
@@ -164,7 +161,7 @@ void PassPage(Repair& repair, std::uint32_t number, std::uint32_t dict) {
 
 void PassPageAgain(Repair& repair, std::uint32_t number, std::uint32_t dict) {
   Document& doc = repair.doc;
-  if (repair.copies == kMaxCopies) {
+  if (repair.copies == kMaxPageCopies) {
     return TakeOut(doc, repair.path.back(), "A page was listed over and over.");
   }
   ++repair.copies;

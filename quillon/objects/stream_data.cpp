@@ -7,6 +7,7 @@
 
 #include "quillon/objects/dictionary.h"
 #include "quillon/objects/filters.h"
+#include "quillon/objects/limits.h"
 #include "quillon/objects/load.h"
 
 namespace quillon::objects {
@@ -158,6 +159,18 @@ std::string DecodedBytes(Document& doc, std::uint32_t streamCell, std::uint32_t 
          std::string(failure.what()) + " It is object " + std::to_string(number) + ".", number,
          ObjectOffset(doc, number));
   }
+}
+
+std::string ReadStream(Document& doc, std::uint32_t streamCell, std::uint32_t number) {
+  std::string bytes = DecodedBytes(doc, streamCell, number);
+  if (BodyOf(CellAt(doc.cells, streamCell)).owned) return bytes;
+  SpendDecoded(doc, bytes.size());
+  if (bytes.size() > kMaxReadStream) {
+    Fail(kErrorBadStream,
+         "The stream " + std::to_string(number) + " decodes to more than can be used here.", number,
+         ObjectOffset(doc, number));
+  }
+  return bytes;
 }
 
 std::uint32_t MakeStreamCell(Document& doc, std::string_view bytes, std::uint32_t attributes) {

@@ -13,6 +13,10 @@ namespace quillon::objects {
 // (kErrorBadStream), also for filters that make images (DCTDecode ...).
 std::string DecodedBytes(Document& doc, std::uint32_t streamCell, std::uint32_t number);
 
+// The same for what somebody reads: a value, an appearance. Throws also when it is more than
+// anybody wrote, and when that happens too often (limits.h).
+std::string ReadStream(Document& doc, std::uint32_t streamCell, std::uint32_t number);
+
 // A stream cell with these decoded bytes. `attributes`, a dictionary cell that stands in no
 // container, becomes its dictionary: the filters it names are applied, parameters of filters are
 // dropped (nothing is written with a predictor), Length is set.

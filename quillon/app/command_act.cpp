@@ -73,7 +73,7 @@ int RunAct(const ActArguments& arguments) {
   const OpenedView opened(arguments.file);
   CheckFillable(opened.doc);
   const bool writes = !arguments.output.empty();
-  if (writes) CheckSignatures(opened.doc, arguments.append, arguments.force);
+  if (writes) CheckSignatures(opened.doc, {arguments.append, arguments.force});
   CallForms(&FormsTable::LoadAllFields, opened.doc);
   const FieldEntry field = FindField(opened.doc, arguments.field);
   std::vector<std::string> warnings;
@@ -83,7 +83,7 @@ int RunAct(const ActArguments& arguments) {
     PrintError(arguments.file, "nothing was performed");
     return kExitError;
   }
-  if (writes) WriteDocument(opened.view, arguments.output, arguments.append);
+  if (writes) WriteDocument(opened.view, arguments.output, {arguments.append, arguments.force});
   return FinishDocument(arguments.file, opened.doc, warnings);
 }
 

@@ -6,7 +6,7 @@
 #include "quillon/app/commands.h"
 #include "quillon/app/console.h"
 #include "quillon/app/field_listing.h"
-#include "quillon/app/open_save_options.h"
+#include "quillon/app/form_inspection.h"
 #include "quillon/app/session.h"
 
 namespace quillon::app {

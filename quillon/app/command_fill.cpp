@@ -63,7 +63,7 @@ int RunFill(const FillArguments& arguments) {
   if (arguments.inPlace && opened.throughData) {
     return FailWith(arguments.file, {"this is form data, which the form cannot replace; use -o"});
   }
-  CheckSignatures(opened.doc, arguments.append, arguments.force);
+  CheckSignatures(opened.doc, {arguments.append, arguments.force});
   CallForms(&FormsTable::LoadAllFields, opened.doc);
   const FillPlan plan = PlanFills(opened.doc, input, arguments.force);
   if (!plan.problems.empty()) return FailWith(arguments.file, plan.problems);
@@ -71,7 +71,7 @@ int RunFill(const FillArguments& arguments) {
   const std::vector<std::string> refused = SetValues(opened.doc, plan.fills, &warnings);
   if (!refused.empty()) return FailWith(arguments.file, refused);
   WriteDocument(opened.view, arguments.inPlace ? arguments.file : arguments.output,
-                arguments.append);
+                {arguments.append, arguments.force});
   WarnOfPasswords(plan.fills, &warnings);
   if (HasXmlForm(opened.doc)) {
     warnings.emplace_back(

@@ -102,14 +102,14 @@ int FailWith(const ImportArguments& arguments, const std::string& data,
 int RunImport(const ImportArguments& arguments) {
   const OpenedView opened(arguments.file);
   CheckFillable(opened.doc);
-  CheckSignatures(opened.doc, arguments.append, arguments.force);
+  CheckSignatures(opened.doc, {arguments.append, arguments.force});
   CallForms(&FormsTable::LoadAllFields, opened.doc);
   ImportedFills imported;
   for (const std::string& data : arguments.data) {
     const std::vector<std::string> problems = ImportFile(arguments, data, opened.doc, &imported);
     if (!problems.empty()) return FailWith(arguments, data, problems);
   }
-  WriteDocument(opened.view, arguments.output, arguments.append);
+  WriteDocument(opened.view, arguments.output, {arguments.append, arguments.force});
   WarnOfPasswords(imported.fills, &imported.warnings);
   return FinishDocument(arguments.file, opened.doc, imported.warnings);
 }

@@ -60,14 +60,14 @@ struct ShownDocument {
 int InsertFrom(const PagesArguments& arguments) {
   const OpenedView opened(arguments.file);
   CheckEditable(opened.doc);
-  CheckSignatures(opened.doc, arguments.append, arguments.force);
+  CheckSignatures(opened.doc, {arguments.append, arguments.force}, DocumentChange::kPages);
   const OtherDocument other(arguments.other);
   const PageRange range = RangeOf(other.doc, arguments.range);
   const std::uint32_t pages = document::PageCount(opened.doc);
   const std::uint32_t after = arguments.after.value_or(pages);
   if (after > pages) Fail(kErrorBadParameter, "there is no page " + std::to_string(after));
   InsertPages(opened.doc, static_cast<std::int32_t>(after) - 1, other.doc, range.first, range.last);
-  WriteDocument(opened.view, arguments.output, arguments.append);
+  WriteDocument(opened.view, arguments.output, {arguments.append, arguments.force});
   std::vector<std::string> warnings;
   for (const std::string& warning : FileWarnings(other.doc)) {
     warnings.push_back(Printable(arguments.other) + ": " + warning);
@@ -78,12 +78,12 @@ int InsertFrom(const PagesArguments& arguments) {
 int Delete(const PagesArguments& arguments) {
   const OpenedView opened(arguments.file);
   CheckEditable(opened.doc);
-  CheckSignatures(opened.doc, arguments.append, arguments.force);
+  CheckSignatures(opened.doc, {arguments.append, arguments.force}, DocumentChange::kPages);
   const PageRange range = RangeOf(opened.doc, arguments.range);
   // Only fields that are known are told from the ones that stay.
   CallForms(&FormsTable::LoadAllFields, opened.doc);
   DeletePages(opened.doc, range.first, range.last);
-  WriteDocument(opened.view, arguments.output, arguments.append);
+  WriteDocument(opened.view, arguments.output, {arguments.append, arguments.force});
   return FinishDocument(arguments.file, opened.doc);
 }
 

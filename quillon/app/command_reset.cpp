@@ -58,7 +58,7 @@ std::vector<std::string> ResetEach(const std::vector<FieldEntry>& fields) {
 int RunReset(const ResetArguments& arguments) {
   const OpenedView opened(arguments.file);
   CheckFillable(opened.doc);
-  CheckSignatures(opened.doc, arguments.append, arguments.force);
+  CheckSignatures(opened.doc, {arguments.append, arguments.force});
   CallForms(&FormsTable::LoadAllFields, opened.doc);
   std::vector<std::string> ignored;
   const std::vector<FieldEntry> all = ListFields(opened.doc, &ignored);
@@ -70,7 +70,7 @@ int RunReset(const ResetArguments& arguments) {
   }
   if (problems.empty()) problems = ResetEach(fields);
   if (!problems.empty()) return FailWith(arguments.file, problems);
-  WriteDocument(opened.view, arguments.output, arguments.append);
+  WriteDocument(opened.view, arguments.output, {arguments.append, arguments.force});
   return FinishDocument(arguments.file, opened.doc);
 }
 

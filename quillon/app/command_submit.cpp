@@ -8,6 +8,7 @@
 #include "quillon/app/fill_plan.h"
 #include "quillon/app/open_save_options.h"
 #include "quillon/app/session.h"
+#include "quillon/app/signatures.h"
 #include "quillon/app/widget_action.h"
 #include "quillon/core/operations.h"
 #include "quillon/document/object_reading.h"
@@ -153,7 +154,7 @@ int RunSubmit(const SubmitArguments& arguments) {
   const DocView view = OpenForm(link, arguments.url);
   const DocHandle doc = viewer::DocOf(view);
   CheckFillable(doc);
-  CheckSignatures(doc, arguments.append, arguments.force);
+  CheckSignatures(doc, {arguments.append, arguments.force});
   CallForms(&FormsTable::LoadAllFields, doc);
   const ActionHandle action = FindSubmitAction(doc, arguments.button);
   const FillPlan plan = PlanFills(doc, input, false);
@@ -170,12 +171,12 @@ int RunSubmit(const SubmitArguments& arguments) {
   // The answer may have led to another form.
   const DocView result = viewer::ActiveDocView();
   const bool asked = arguments.append || arguments.force;
-  if (result != view && !asked && InspectForm(viewer::DocOf(result))) {
+  if (result != view && !asked && RulesOfSignatures(viewer::DocOf(result)).isSigned) {
     warnings.emplace_back(
         "the form that the server's answer led to was signed; it was written anew, which makes its "
         "signatures invalid (--append would not)");
   }
-  WriteDocument(result, arguments.output, arguments.append);
+  WriteDocument(result, arguments.output, {arguments.append, arguments.force});
   if (result == view) WarnOfPasswords(plan.fills, &warnings);
   return FinishDocument(arguments.url, viewer::DocOf(result), warnings);
 }

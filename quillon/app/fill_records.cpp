@@ -47,7 +47,7 @@ std::vector<std::string> FillRow(const Batch& batch, std::size_t row,
   if (!plan.problems.empty()) return plan.problems;
   std::vector<std::string> problems = SetValues(opened.doc, plan.fills, warnings);
   if (!problems.empty()) return problems;
-  PrepareSave(opened.view);
+  PrepareWriting(opened.view, {batch.arguments.append, batch.arguments.force});
   const std::string bytes = DocumentToBytes(opened.doc, SaveOptions{batch.arguments.append});
   // The table is still there should the power fail.
   objects::ReplaceFile(
@@ -157,7 +157,7 @@ int RunFillRecords(const FillArguments& arguments) {
   {
     const OpenedView opened(OpenDocumentBytes(batch.form, OptionsForOpening()));
     CheckFillable(opened.doc);
-    CheckSignatures(opened.doc, arguments.append, arguments.force);
+    CheckSignatures(opened.doc, {arguments.append, arguments.force});
     CallForms(&FormsTable::LoadAllFields, opened.doc);
     CheckColumns(*pattern, opened.doc, &batch, &problems);
     warnings = FileWarnings(opened.doc);

@@ -5,12 +5,17 @@
 
 // clang-format off
 #define QUILLON_APP_FORM_KEYS(X)                                                                 \
-  X(AP)                                                                                          \
+  X(AP) X(Action) X(All) X(Annots)                                                               \
   X(Btn)                                                                                         \
   X(Ch)                                                                                          \
-  X(DA) X(DR) X(DV)                                                                              \
-  X(FT) X(Fields) X(Font) X(Kids) X(MaxLen) X(N) X(NeedAppearances) X(Off) X(Opt) X(Parent)      \
-  X(QuillForm) X(Sig) X(Subtype) X(T) X(Tx) X(V) X(Widget) X(XFA)
+  X(DA) X(DR) X(DV) X(DocMDP)                                                                    \
+  X(FT) X(FieldMDP) X(Fields) X(Font)                                                            \
+  X(Include)                                                                                     \
+  X(Kids) X(Lock) X(MaxLen) X(N) X(NeedAppearances) X(Off) X(Opt)                                \
+  X(P) X(Parent) X(Perms) X(QuillForm) X(Reference)                                              \
+  X(Sig) X(SigFlags) X(Subtype)                                                                  \
+  X(T) X(TransformMethod) X(TransformParams) X(Tx)                                               \
+  X(UR) X(UR3) X(V) X(Widget) X(XFA)
 // clang-format on
 
 namespace quillon::app {

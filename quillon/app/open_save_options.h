@@ -16,19 +16,25 @@ std::string PasswordFromFile(const std::string& file);
 void UsePassword(const std::string& password);
 OpenOptions OptionsForOpening();
 
-// Walks the field tree. What is wrong with it becomes warnings of the document. Answers whether the
-// form holds a signature: a signature field with a value, the form's flag that says it must only be
-// appended to (SigFlags bit 2, ISO 32000-1, table 219), or permissions granted by a signature
-// (Perms). A signature field that nobody signed is none.
-bool InspectForm(DocHandle doc);
+struct SavingMode {
+  bool append = false;  // write the changes behind the file's own bytes
+  bool force = false;   // whatever becomes of signatures
+};
 
-// Inspects the form and throws HostFailure when writing the document as told would make its
+enum class DocumentChange { kFields, kPages };
+
+// Throws HostFailure when such a change, written as told, would make
 // signatures invalid.
-void CheckSignatures(DocHandle doc, bool append, bool force);
+void CheckSignatures(DocHandle doc, const SavingMode& mode,
+                     DocumentChange change = DocumentChange::kFields);
 
-// Has plug-ins put the view's document in order and writes it to the file, or to the standard
-// output for "-"; its form is not live afterwards. `append` writes the changes behind the file's
-// own bytes. Throws HostFailure.
-void WriteDocument(DocView view, const std::string& target, bool append = false);
+// Has plug-ins put the view's document in order; its form is not live afterwards. Throws
+// HostFailure when a field was changed that a signature locks.
+void PrepareWriting(DocView view, const SavingMode& mode);
+
+// Prepares the view's document and writes it to the file, or to the standard output for "-". An
+// object that cannot be read is left out, but not when the file is the one that was read. Throws
+// HostFailure.
+void WriteDocument(DocView view, const std::string& target, const SavingMode& mode = {});
 
 }  // namespace quillon::app

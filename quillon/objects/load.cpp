@@ -240,6 +240,13 @@ Value LoadObject(Document& doc, std::uint32_t number) {
   return slot->value;
 }
 
+Value ReadAnew(Document& doc, std::uint32_t number) {
+  ObjectSlot& slot = *FindSlot(doc.objects, number);
+  const Value value = ParseObject(doc, number, slot);
+  if (doc.protection) DecryptStrings(doc, number, value);
+  return value;
+}
+
 bool ParseObjectAt(Document& doc, std::uint64_t position, std::uint32_t* number, Value* value) {
   Cursor cursor = CursorAt(doc, position, 0);
   std::uint16_t generation = 0;

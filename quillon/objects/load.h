@@ -14,6 +14,9 @@ namespace quillon::objects {
 // was read.
 Value LoadObject(Document& doc, std::uint32_t number);
 
+// The value that an object has in the file, whatever became of it since. It stands in no container.
+Value ReadAnew(Document& doc, std::uint32_t number);
+
 // Follows a reference; other values are their own. A reference to nothing is null.
 Value Dereference(Document& doc, const Value& value);
 

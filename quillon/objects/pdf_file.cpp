@@ -2,6 +2,7 @@
 #include "quillon/objects/pdf_file.h"
 
 #include "quillon/objects/load.h"
+#include "quillon/objects/serializer.h"
 #include "quillon/objects/stream_data.h"
 #include "quillon/objects/writer.h"
 
@@ -10,6 +11,22 @@ namespace quillon {
 using objects::Document;
 using objects::DocumentOfHandle;
 using objects::SlotState;
+
+namespace {
+
+// The value of a dictionary's entry, strings by what they say.
+std::string SpellingOf(Document& doc, const objects::Value& dict, Atom key) {
+  const std::uint32_t cell = objects::CellOf(doc, dict, objects::CellKind::kDict);
+  if (cell == 0) return {};
+  const objects::Value value = objects::EntryValue(doc, cell, key);
+  const std::uint32_t string = objects::CellOf(doc, value, objects::CellKind::kString);
+  if (string != 0) return "(" + std::string(objects::StringBytes(doc, string));
+  std::string text;
+  objects::AppendValue(doc, &text, value);
+  return text;
+}
+
+}  // namespace
 
 std::string PdfToBytes(ObjectDoc handle, const SaveOptions& options) {
   Document& doc = DocumentOfHandle(handle);
@@ -28,6 +45,16 @@ void WarnOfPdf(ObjectHandle object, const std::string& text) {
 bool PdfModified(ObjectDoc doc) { return DocumentOfHandle(doc).modified; }
 
 void ClearPdfModified(ObjectDoc doc) { DocumentOfHandle(doc).modified = false; }
+
+bool PdfEntryChanged(ObjectHandle dict, Atom key) {
+  const objects::Target target = objects::TargetOf(dict);
+  if (target.number == 0) return false;
+  Document& doc = *target.doc;
+  const objects::ObjectSlot& slot = *FindSlot(doc.objects, target.number);
+  if (!slot.changed || slot.state == SlotState::kNew) return false;
+  const objects::Value old = objects::ReadAnew(doc, target.number);
+  return SpellingOf(doc, target.value, key) != SpellingOf(doc, old, key);
+}
 
 std::uint32_t ObjectNumberOf(ObjectHandle object) { return objects::TargetOf(object).number; }
 

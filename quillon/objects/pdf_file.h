@@ -77,6 +77,9 @@ void ClearPdfModified(ObjectDoc doc);
 // the same still holds.
 std::uint64_t PdfChangeCount(ObjectDoc doc);
 
+// Whether an entry of a dictionary that is an object of the file differs from the file's.
+bool PdfEntryChanged(ObjectHandle dict, Atom key);
+
 // 0 for a direct object.
 std::uint32_t ObjectNumberOf(ObjectHandle object);
 

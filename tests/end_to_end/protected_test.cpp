@@ -104,13 +104,13 @@ TEST(Permissions, FillingIsPermittedByItsOwnBit) {
   EXPECT_EQ(fill("--modify=none", "owner"), 0);
 }
 
-// The example with a signature field that has a value.
-std::string SignedForm() {
+// The example with a signature field that has a value, with these entries.
+std::string SignedForm(const std::string& entries = "") {
   std::string form = ReadFile(ExampleForm());
   const int number = FindObject(form, {"/Fields"});
   std::string text = ObjectText(form, number);
   text.insert(text.find(']', text.find("/Fields")),
-              " <</FT/Sig/T(signed)/V<</Type/Sig/Contents<00>>>>>");
+              " <</FT/Sig/T(signed)/V<</Type/Sig/Contents<00>" + entries + ">>>>");
   EXPECT_TRUE(AppendObjects(form, {{number, text}}));
   return form;
 }
@@ -128,6 +128,44 @@ TEST(Signed, IsAppendedToOrForcedNeverRewrittenUnasked) {
   EXPECT_TRUE(ReadFile(out).starts_with(SignedForm())) << "what was signed is not as it was";
   ExpectEnd(Quillon({"fill", file, "remarks=x", "--force", "-o", out}), 0);
   EXPECT_FALSE(ReadFile(out).starts_with(SignedForm()));
+}
+
+std::string Reference(const std::string& method, const std::string& params) {
+  return "/Reference[<</TransformMethod/" + method + "/TransformParams<<" + params + ">>>>]";
+}
+
+TEST(Signed, WhatASignatureForbidsIsNotAppendedEither) {
+  const TemporaryFolder folder;
+  const std::string file = folder.File("signed.pdf");
+  const std::string out = folder.File("out.pdf");
+  struct Rule {
+    std::string entries, refused, permitted;  // assignments; empty: none
+  };
+  const std::vector<Rule> rules = {
+      {Reference("DocMDP", "/P 1"), "remarks=x", ""},
+      {Reference("DocMDP", ""), "", "remarks=x"},
+      {Reference("FieldMDP", "/Action/All"), "remarks=x", ""},
+      {Reference("FieldMDP", "/Action/Include/Fields[(applicant)]"), "applicant.city=x",
+       "remarks=x"},
+      {Reference("FieldMDP", "/Action/Exclude/Fields[(applicant)]"), "remarks=x",
+       "applicant.city=x"},
+  };
+  for (const Rule& rule : rules) {
+    SCOPED_TRACE(rule.entries);
+    WriteFile(file, SignedForm(rule.entries));
+    if (!rule.refused.empty()) {
+      ExpectEnd(Quillon({"fill", file, rule.refused, "--append", "-o", out}), 2, {"--force"});
+      EXPECT_FALSE(std::filesystem::exists(out));
+      ExpectEnd(Quillon({"fill", file, rule.refused, "--append", "--force", "-o", out}), 0);
+      EXPECT_TRUE(ReadFile(out).starts_with(ReadFile(file)));
+      std::filesystem::remove(out);
+    }
+    if (rule.permitted.empty()) continue;
+    ExpectEnd(Quillon({"fill", file, rule.permitted, "--append", "-o", out}), 0);
+    std::filesystem::remove(out);
+  }
+  WriteFile(file, SignedForm(Reference("DocMDP", "")));
+  ExpectEnd(Quillon({"pages", "insert", file, file, "--append", "-o", out}), 2, {"its pages"});
 }
 
 TEST(Appended, TenTimesGrowsByWhatChanged) {

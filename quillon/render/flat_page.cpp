@@ -1,6 +1,6 @@
 #include "quillon/render/flat_page.h"
 
-#include <string_view>
+#include <array>
 
 #include "quillon/core/operations.h"
 #include "quillon/document/object_reading.h"
@@ -25,11 +25,25 @@ struct OwnedPdf {
   ObjectDoc doc;
 };
 
-ObjectHandle InheritedResources(ObjectHandle page) {
+// What is drawn takes no more of a page than this; the rest may lead to all of the document.
+struct PageEntry {
+  const char* key;
+  bool inherited;
+};
+constexpr std::array<PageEntry, 7> kDrawnEntries = {{{"MediaBox", true},
+                                                     {"CropBox", true},
+                                                     {"Rotate", true},
+                                                     {"Resources", true},
+                                                     {"Contents", false},
+                                                     {"Group", false},
+                                                     {"UserUnit", false}}};
+
+ObjectHandle EntryOfPage(ObjectHandle page, const PageEntry& entry) {
+  const Atom key = Name(entry.key);
   ObjectHandle node = page;
   for (int depth = 0; depth < kMaxPageTreeDepth && IsKind(node, ObjectKind::kDict); ++depth) {
-    const ObjectHandle resources = objects::DictGet(node, Name("Resources"));
-    if (IsKind(resources, ObjectKind::kDict)) return resources;
+    const ObjectHandle value = objects::DictGet(node, key);
+    if (!entry.inherited || !document::IsNull(value)) return value;
     node = objects::DictGet(node, Name("Parent"));
   }
   return kNullObject;
@@ -70,18 +84,19 @@ void CompleteForm(ObjectDoc doc, ObjectHandle stream) {
   objects::DictPut(dict, Name("Subtype"), objects::NewName(doc, 0, Name("Form")));
 }
 
-// Puts the appearances into the page's resources; answers the operators that draw them.
+// Puts the appearances into the page's resources; answers the operators that draw them. `streams`
+// are those of the appearances, in the page's document.
 std::string AddAppearances(ObjectDoc doc, ObjectHandle page,
-                           const std::vector<DrawnAppearance>& appearances) {
-  const ObjectHandle resources = CopyOrNewDict(doc, InheritedResources(page));
+                           const std::vector<DrawnAppearance>& appearances,
+                           const std::vector<ObjectHandle>& streams) {
+  const ObjectHandle resources = CopyOrNewDict(doc, EntryOf(page, Name("Resources")));
   const ObjectHandle forms = CopyOrNewDict(doc, EntryOf(resources, Name("XObject")));
   std::string operators;
   for (std::size_t i = 0; i < appearances.size(); ++i) {
-    const ObjectHandle stream = ObjectByNumber(doc, ObjectNumberOf(appearances[i].stream));
-    if (!IsKind(stream, ObjectKind::kStream)) continue;
+    if (!IsKind(streams[i], ObjectKind::kStream)) continue;
     const std::string name = "QuillonAppearance" + std::to_string(i);
-    CompleteForm(doc, stream);
-    objects::DictPut(forms, Name(name.c_str()), stream);
+    CompleteForm(doc, streams[i]);
+    objects::DictPut(forms, Name(name.c_str()), streams[i]);
     operators += DrawOperators(appearances[i].placement, name);
   }
   objects::DictPut(resources, Name("XObject"), forms);
@@ -108,37 +123,46 @@ void WrapContents(ObjectDoc doc, ObjectHandle page, const std::string& operators
   objects::DictPut(page, Name("Contents"), contents);
 }
 
-Boolean AddKey(ObjectHandle key, ObjectHandle, void* keys) {
-  static_cast<std::vector<Atom>*>(keys)->push_back(objects::NameValue(key));
-  return 1;
+void PutIfThere(ObjectHandle dict, const char* key, ObjectHandle value) {
+  if (!document::IsNull(value)) objects::DictPut(dict, Name(key), value);
 }
 
-// Whoever draws reads what else the catalog names, though nothing of it is drawn: a form made to
-// hurt keeps a library busy that has no bounds of ours.
-void ReduceCatalog(ObjectHandle catalog) {
-  std::vector<Atom> keys;
-  objects::EnumDict(catalog, &AddKey, &keys);
-  for (const Atom key : keys) {
-    const std::string_view name = core::NameFromAtom(key);
-    if (name != "Type" && name != "Pages" && name != "OCProperties") {
-      objects::DictRemove(catalog, key);
-    }
-  }
+// A page of a document that has no other.
+ObjectHandle AddPage(ObjectDoc doc) {
+  const ObjectHandle tree = EntryOf(objects::DocRoot(doc), Name("Pages"));
+  const ObjectHandle page = objects::NewDict(doc, 1, 8);
+  objects::DictPut(page, Name("Type"), objects::NewName(doc, 0, Name("Page")));
+  objects::DictPut(page, Name("Parent"), tree);
+  objects::ArrayPut(EntryOf(tree, Name("Kids")), 0, page);
+  objects::DictPut(tree, Name("Count"), objects::NewInteger(doc, 0, 1));
+  return page;
+}
+
+ObjectHandle DictOfPage(DocHandle doc, std::uint32_t number) {
+  const PageHandle acquired = document::AcquirePage(doc, number);
+  const ObjectHandle page = document::PageDict(acquired);
+  document::ReleasePage(acquired);
+  return page;
 }
 
 }  // namespace
 
 std::string FlatPageDocument(DocHandle doc, std::uint32_t pageNumber,
                              const std::vector<DrawnAppearance>& appearances) {
-  const PageHandle acquired = document::AcquirePage(doc, pageNumber);
-  const std::uint32_t number = ObjectNumberOf(document::PageDict(acquired));
-  document::ReleasePage(acquired);
-  const OwnedPdf copy{OpenPdfBytes(PdfToBytes(document::ObjectDocOf(doc)), OpenOptions{}, nullptr)};
-  const ObjectHandle page = ObjectByNumber(copy.doc, number);
-  if (!IsKind(page, ObjectKind::kDict)) Fail(kErrorBadObject, "a page is no indirect dictionary");
-  WrapContents(copy.doc, page, AddAppearances(copy.doc, page, appearances));
-  objects::DictRemove(page, Name("Annots"));
-  ReduceCatalog(objects::DocRoot(copy.doc));
+  const ObjectDoc from = document::ObjectDocOf(doc);
+  const ObjectHandle original = DictOfPage(doc, pageNumber);
+  // Which optional content shows.
+  std::vector<ObjectHandle> wanted = {EntryOf(objects::DocRoot(from), Name("OCProperties"))};
+  for (const PageEntry& entry : kDrawnEntries) wanted.push_back(EntryOfPage(original, entry));
+  for (const DrawnAppearance& appearance : appearances) wanted.push_back(appearance.stream);
+
+  const OwnedPdf copy{NewPdf()};
+  const std::vector<ObjectHandle> copied = CopyPdfObjects(from, wanted, {original}, copy.doc);
+  const ObjectHandle page = AddPage(copy.doc);
+  auto next = copied.begin();
+  PutIfThere(objects::DocRoot(copy.doc), "OCProperties", *next++);
+  for (const PageEntry& entry : kDrawnEntries) PutIfThere(page, entry.key, *next++);
+  WrapContents(copy.doc, page, AddAppearances(copy.doc, page, appearances, {next, copied.end()}));
   return PdfToBytes(copy.doc);
 }
 

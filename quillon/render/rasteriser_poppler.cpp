@@ -49,7 +49,9 @@ void CheckSize(const poppler::page& page, double dpi) {
 std::string DrawAsPng(const RasterRequest& request) {
   const std::unique_ptr<poppler::document> document(
       poppler::document::load_from_raw_data(request.bytes, static_cast<int>(request.length)));
-  if (!document) throw std::runtime_error("the rendering library cannot read the document");
+  if (!document || document->is_locked()) {
+    throw std::runtime_error("the rendering library cannot read the document");
+  }
   const std::unique_ptr<poppler::page> page(document->create_page(static_cast<int>(request.page)));
   if (!page) throw std::runtime_error("the rendering library cannot read the page");
   CheckSize(*page, request.dpi);

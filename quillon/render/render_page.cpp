@@ -69,7 +69,7 @@ std::string RenderPageAsPng(DocView view, const RenderRequest& request,
     warnings->push_back("an annotation is left out: " + failure.text);
   }
   const std::string bytes = FlatPageDocument(doc, request.page, appearances);
-  const RasterRequest raster{bytes.data(), bytes.size(), request.page, request.dpi};
+  const RasterRequest raster{bytes.data(), bytes.size(), 0, request.dpi};
   Drawn drawn{{}, {}, warnings};
   draw(&raster, &TakePart, &drawn);
   if (!drawn.failure.empty()) Fail(kErrorGeneral, drawn.failure);

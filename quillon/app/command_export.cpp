@@ -3,6 +3,7 @@
 #include "quillon/app/console.h"
 #include "quillon/app/data_format.h"
 #include "quillon/app/fill_plan.h"
+#include "quillon/app/form_inspection.h"
 #include "quillon/app/session.h"
 
 namespace quillon::app {
@@ -23,7 +24,9 @@ std::string ValuesAs(DataFormat format, DocHandle doc, const std::string& output
 
 int RunExport(const ExportArguments& arguments) {
   const OpenedView opened(arguments.file);
+  PermitReading(opened.doc);
   CheckHasForm(opened.doc);
+  InspectForm(opened.doc);
   const DataFormat format =
       arguments.format.empty() ? FormatOfName(arguments.output) : FormatOfWord(arguments.format);
   const std::string bytes = ValuesAs(format, opened.doc, arguments.output);

@@ -126,6 +126,7 @@ void LoadFields(DocHandle doc) {
 
 int RunFields(const FieldsArguments& arguments) {
   const OpenedView opened(arguments.file);
+  PermitReading(opened.doc);
   std::vector<std::string> warnings;
   if (CallForms(&FormsTable::DocumentHasForm, opened.doc) == 0) {
     Fail(kErrorOpenDocument, "the document has no form that can be read");

@@ -99,7 +99,11 @@ void Visit(Listing* listing, ObjectHandle dict, int depth) {
     AddField(listing, dict, node, depth);
     return;
   }
-  if (node == nullptr && kids.empty()) Warn(*listing, dict, "a field has no usable name");
+  if (node == nullptr && kids.empty()) {
+    Warn(*listing, dict,
+         number == 0 ? "a field has no object number of its own, and is left out"
+                     : "a field has no usable name");
+  }
   for (const ObjectHandle kid : kids) Visit(listing, kid, depth + 1);
 }
 

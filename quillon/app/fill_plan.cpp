@@ -107,6 +107,21 @@ std::string PlanOne(DocHandle doc, const GivenValue& given, bool force, KnownNam
   return {};
 }
 
+// Whether text in the field's default appearance shows its value.
+bool IsWritten(FieldKind kind) {
+  return kind == FieldKind::kText || kind == FieldKind::kListBox || kind == FieldKind::kComboBox;
+}
+
+// What a field could not be filled for is its default appearance, more often than not.
+std::string AppearanceHint(const PlannedFill& fill) {
+  const ObjectHandle appearance = InheritedFieldEntry(fill.dict, Keys().DA);
+  if (!IsWritten(fill.kind) || document::IsNull(appearance)) return {};
+  if (!document::IsKind(appearance, ObjectKind::kString)) {
+    return " Its default appearance (DA) is no text.";
+  }
+  return " Its default appearance (DA) is \"" + Printable(document::BytesOf(appearance)) + "\".";
+}
+
 }  // namespace
 
 FillPlan PlanFills(DocHandle doc, const ValueInput& input, bool force) {
@@ -145,13 +160,14 @@ std::vector<std::string> SetValues(DocHandle doc, const std::vector<PlannedFill>
   Progress progress("filling fields", fills.size());
   for (const PlannedFill& fill : fills) {
     try {
+      if (IsWritten(fill.kind)) CompleteAppearance(doc, fill.dict);
       const OwnedObject value{NewValueObject(document::ObjectDocOf(doc), fill.value)};
       CallForms(&FormsTable::SetFieldValue, fill.node, value.object);
       if (WasRefused(watch, fill.node)) {
         problems.push_back(Printable(fill.name) + ": a plug-in did not let the value in");
       }
     } catch (const HostFailure& failure) {
-      problems.push_back(Printable(fill.name) + ": " + Describe(failure));
+      problems.push_back(Printable(fill.name) + ": " + Describe(failure) + AppearanceHint(fill));
     }
     progress.Step();
   }

@@ -3,6 +3,7 @@
 #include <string_view>
 
 #include "quillon/app/form_keys.h"
+#include "quillon/app/forms_client.h"
 #include "quillon/core/operations.h"
 #include "quillon/document/object_reading.h"
 #include "quillon/document/operations.h"
@@ -49,20 +50,49 @@ void AddFonts(ObjectHandle form) {
   }
 }
 
+ObjectHandle FormOf(DocHandle doc) {
+  return EntryOf(objects::DocRoot(document::ObjectDocOf(doc)), Keys().QuillForm);
+}
+
+// Whether the field or a widget of it finds none but the form's.
+bool LacksAppearance(ObjectHandle field) {
+  if (!document::IsNull(InheritedFieldEntry(field, Keys().DA))) return false;
+  const ObjectHandle kids = EntryOf(field, Keys().Kids);
+  if (!IsKind(kids, ObjectKind::kArray)) return true;
+  for (std::uint32_t i = 0; i < objects::ArrayLength(kids); ++i) {
+    if (document::IsNull(EntryOf(objects::ArrayGet(kids, i), Keys().DA))) return true;
+  }
+  return false;
+}
+
+bool NamesFont(ObjectHandle appearance) {
+  return IsKind(appearance, ObjectKind::kString) &&
+         document::BytesOf(appearance).find("Tf") != std::string::npos;
+}
+
+void PutDefaultAppearance(ObjectHandle form) {
+  objects::DictPut(form, Keys().DA,
+                   objects::NewString(objects::DocumentOf(form), 0, kText.data(),
+                                      static_cast<std::uint32_t>(kText.size())));
+}
+
 }  // namespace
 
 void AddMissingFonts(DocHandle doc) {
-  const ObjectDoc objects = document::ObjectDocOf(doc);
-  const ObjectHandle form = EntryOf(objects::DocRoot(objects), Keys().QuillForm);
+  const ObjectHandle form = FormOf(doc);
   const ObjectHandle fonts = EntryOf(EntryOf(form, Keys().DR), Keys().Font);
   if (IsKind(fonts, ObjectKind::kDict)) return;
   AddFonts(form);
-  if (!IsKind(EntryOf(form, Keys().DA), ObjectKind::kString)) {
-    objects::DictPut(
-        form, Keys().DA,
-        objects::NewString(objects, 0, kText.data(), static_cast<std::uint32_t>(kText.size())));
-  }
+  if (!NamesFont(EntryOf(form, Keys().DA))) PutDefaultAppearance(form);
   WarnOfPdf(form, "The form had no fonts; it got Helvetica and ZapfDingbats.");
+}
+
+void CompleteAppearance(DocHandle doc, ObjectHandle field) {
+  const ObjectHandle form = FormOf(doc);
+  if (!LacksAppearance(field) || NamesFont(EntryOf(form, Keys().DA))) return;
+  AddFonts(form);
+  PutDefaultAppearance(form);
+  WarnOfPdf(form, "The form had no default appearance; it got Helvetica.");
 }
 
 }  // namespace quillon::app

@@ -14,6 +14,7 @@
 #include "quillon/core/host.h"
 #include "quillon/core/module.h"
 #include "quillon/core/report.h"
+#include "quillon/document/operations.h"
 #include "quillon/objects/replace_file.h"
 #include "quillon/support/operations.h"
 #include "quillon/support/paths.h"
@@ -153,6 +154,12 @@ OpenedView::~OpenedView() {
   } catch (const HostFailure& failure) {
     PrintWarning("", "closing the document failed: " + Describe(failure));
   }
+}
+
+void PermitReading(DocHandle doc) {
+  const std::uint32_t permitted = document::GetPermissions(doc);
+  if ((permitted & (kPermitForms | kPermitEdit)) == 0)
+    SetPermissions(doc, permitted | kPermitForms);
 }
 
 std::string ReadStandardInput() {

@@ -56,6 +56,10 @@ struct OpenedView {
   bool throughData;  // the file is one of form data
 };
 
+// For commands that write no document: has plug-ins read its form even when its permissions do not
+// allow filling it in.
+void PermitReading(DocHandle doc);
+
 // All of the standard input.
 std::string ReadStandardInput();
 

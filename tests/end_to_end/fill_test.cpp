@@ -69,6 +69,14 @@ TEST_F(FillCommand, AFormWithoutFontsGetsSome) {
   EXPECT_NE(RunProcess({"pdftotext", file, "-"}).out.find("Ada"), std::string::npos);
 }
 
+TEST_F(FillCommand, AnAppearanceThatIsMissingIsMadeAndOneThatIsNoneIsNamed) {
+  WriteFile(file, FormPdf({WidgetField("Tx", "name")}, {.defaultAppearance = ""}));
+  ExpectEnd(Quillon({"fill", file, "--in-place", "name=Ada"}), 3, {"no default appearance"});
+  EXPECT_EQ(ValueOf(file, "name"), "Ada");
+  WriteFile(file, FormPdf({WidgetField("Tx", "name", "/DA (((/Helv x Tf)))")}, {}));
+  ExpectEnd(Quillon({"fill", file, "--in-place", "name=Ada"}), 2, {"name: ", "((/Helv x Tf))"});
+}
+
 // Pipes, in which nobody can go back.
 TEST_F(FillCommand, StandardStreamsCarryTheDocument) {
   ExpectEnd(RunProcess({"sh", "-c", "cat \"$1\" | \"$2\" fill - remarks=x -o - | cat >\"$3\"", "sh",

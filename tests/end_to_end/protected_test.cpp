@@ -80,6 +80,7 @@ TEST_P(Encrypted, OpensByItsPasswordsIsFilledAndStaysEncryptedTheSameWay) {
     EXPECT_NE(plain.find("Helv 11 Tf"), std::string::npos) << "another string was lost";
     EXPECT_EQ(bytes.starts_with(ReadFile(file)), secret.back() == "--append");
   }
+  ExpectEnd(Quillon({"render", written, "--password", "owner", "-o", folder.File("page.png")}), 0);
   if (*GetParam().user == '\0') return;
   ExpectEnd(Quillon({"fields", file}), 2, {"takes a password"});
   ExpectEnd(Quillon({"fields", file, "--password", "wrong"}), 2, {"another password"});
@@ -102,6 +103,9 @@ TEST(Permissions, FillingIsPermittedByItsOwnBit) {
   EXPECT_EQ(fill("--modify=form", ""), 0);
   EXPECT_EQ(fill("--modify=none", ""), 2);
   EXPECT_EQ(fill("--modify=none", "owner"), 0);
+  EXPECT_EQ(ValueOf(file, "applicant.city"), nullptr);
+  ExpectEnd(Quillon({"export", file, "-o", out}), 0);
+  EXPECT_NE(ReadFile(out).find("/T(membership)"), std::string::npos) << "reading takes no right";
 }
 
 // The example with a signature field that has a value, with these entries.

@@ -14,6 +14,7 @@
 #include "quillon/objects/cells.h"
 #include "quillon/objects/object_table.h"
 #include "quillon/objects/pdf_file.h"
+#include "quillon/objects/replace_file.h"
 #include "quillon/objects/source.h"
 
 namespace quillon::objects {
@@ -49,9 +50,11 @@ struct ObjectPlace {
 };
 
 struct Document {
-  std::uint32_t number = 0;  // in handles, and as ObjectDoc
-  bool isPdf = true;         // not FDF
-  SourceBytes source;        // the whole file
+  std::uint32_t number = 0;        // in handles, and as ObjectDoc
+  bool isPdf = true;               // not FDF
+  SourceBytes source;              // the whole file
+  std::string file;                // that it was read from, empty for none
+  std::optional<FileStamp> stamp;  // of the file when it was read or last written
   std::uint64_t headerAt = 0;
   std::string_view text;  // the file from its header on: what offsets count from
   std::string header;     // the first line

@@ -120,7 +120,13 @@ namespace quillon {
 
 ObjectDoc OpenPdfFile(const std::string& file, const OpenOptions& options,
                       std::vector<FileWarning>* warnings) {
-  return objects::Open(objects::ReadSource(file), options, warnings);
+  // Looked at first: a change while it is read is one.
+  const std::optional<objects::FileStamp> stamp = objects::StampOf(file);
+  const ObjectDoc handle = objects::Open(objects::ReadSource(file), options, warnings);
+  objects::Document& doc = objects::DocumentOfHandle(handle);
+  doc.file = file;
+  doc.stamp = stamp;
+  return handle;
 }
 
 ObjectDoc OpenPdfBytes(std::string bytes, const OpenOptions& options,

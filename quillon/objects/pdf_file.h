@@ -66,7 +66,9 @@ struct SaveOptions {
 std::string PdfToBytes(ObjectDoc doc, const SaveOptions& options = {});
 
 // Writes a file beside `file`, then puts it in its place, so that `file` is whole at every moment.
-// The permissions of a replaced file are kept. The document then counts as not modified.
+// The permissions of a replaced file are kept. The document then counts as not modified. Over the
+// file that it was read from, it fails (kErrorWriteFile) when another program changed that
+// meanwhile.
 void SavePdfFile(ObjectDoc doc, const std::string& file, const SaveOptions& options = {});
 
 // Whether something changed since the document was opened or last saved with SavePdfFile.

@@ -75,6 +75,7 @@ void FlushFolder(const fs::path& folder) {
 // More than any system writes at once.
 constexpr std::size_t kLargestWrite = std::size_t{1} << 26;
 constexpr int kNameAttempts = 16;
+constexpr int kMaxLinks = 40;  // as systems have it
 
 struct Advice {
   int error;
@@ -148,16 +149,27 @@ void WriteAll(const TemporaryFile& file, const fs::path& target, std::string_vie
   }
 }
 
+fs::path PathOf(const std::string& file) { return std::u8string(file.begin(), file.end()); }
+
+// Where links lead, also one whose file is not there yet.
 fs::path Target(const std::string& file) {
-  const fs::path path(std::u8string(file.begin(), file.end()));
-  std::error_code missing;
-  fs::path real = fs::canonical(path, missing);
-  return missing ? path : real;
+  fs::path path = PathOf(file);
+  std::error_code failed;
+  for (int i = 0; i < kMaxLinks && fs::is_symlink(fs::symlink_status(path, failed)); ++i) {
+    const fs::path next = fs::read_symlink(path, failed);
+    if (failed) break;
+    path = next.is_absolute() ? next : path.parent_path() / next;
+  }
+  fs::path real = fs::canonical(path, failed);
+  return failed ? path : real;
 }
 
-}  // namespace
-
-namespace {
+void CheckStamp(const std::string& file, const FileStamp& expected) {
+  if (StampOf(file) == expected) return;
+  Fail(kErrorWriteFile, "The file " + file +
+                            " was changed by another program after it was read, so it was left as "
+                            "that program wrote it. Try again.");
+}
 
 // Devices and pipes take the bytes and keep their place. All bytes are gathered first, so that a
 // failure on the way sends none.
@@ -174,8 +186,17 @@ void WriteThrough(const fs::path& target, const std::function<void(const TakeByt
 
 }  // namespace
 
+std::optional<FileStamp> StampOf(const std::string& file) {
+  std::error_code failed;
+  const std::uintmax_t size = fs::file_size(PathOf(file), failed);
+  if (failed) return std::nullopt;
+  const fs::file_time_type changed = fs::last_write_time(PathOf(file), failed);
+  if (failed) return std::nullopt;
+  return FileStamp{size, changed};
+}
+
 void ReplaceFile(const std::string& file, const std::function<void(const TakeBytes&)>& write,
-                 Flushing flushing) {
+                 Flushing flushing, const std::optional<FileStamp>& expected) {
   const fs::path target = Target(file);
   std::error_code unknown;
   const fs::file_status status = fs::status(target, unknown);
@@ -198,6 +219,7 @@ void ReplaceFile(const std::string& file, const std::function<void(const TakeByt
   const bool closed = CloseNumber(temporary.number);
   temporary.number = -1;
   if (!closed) FailWriting(target, errno);
+  if (expected) CheckStamp(file, *expected);
   std::error_code failed;
   fs::rename(temporary.path, target, failed);
   if (failed) FailWriting(target, failed.default_error_condition().value());

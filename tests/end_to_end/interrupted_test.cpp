@@ -87,6 +87,7 @@ const std::vector<Writing>& Writings() {
       {"ExportForm", {"export", "/form.pdf", "-o", "/new.fdf"}, "new.fdf"},
       {"ExportTable", {"export", "/form.pdf", "-o", "/old.csv"}, "old.csv"},
       {"Import", {"import", "/form.pdf", "/rows.csv", "-o", "/old.pdf"}, "old.pdf"},
+      {"Reset", {"reset", "/form.pdf", "-o", "/old.pdf"}, "old.pdf"},
       {"Pages", {"pages", "insert", "/form.pdf", "/form.pdf", "-o", "/new.pdf"}, "new.pdf"},
       {"Render", {"render", "/form.pdf", "--dpi", "10", "-o", "/new.png"}, "new.png"},
   };

@@ -9,6 +9,7 @@
 #include "quillon/objects/replace_file.h"
 #include "tests/quillon/objects/file_text.h"
 #include "tests/support/temporary_folder.h"
+#include "tests/support/test_host.h"
 
 namespace quillon::test {
 namespace {
@@ -105,6 +106,12 @@ TEST(Saving, OverTheOpenFileIsSafeAndCanBeRepeated) {
     EXPECT_EQ(Text(Get(again.At(3), "U")), "untouched");
     EXPECT_EQ(IdsOf(again), IdsOf(file));
   }
+  EXPECT_EQ(FileCount(folder), 1);
+  const std::string others = FileWithObject("<</T(another program's)>>");
+  WriteFile(path, others);
+  PutText(file.doc, file.At(3), "T", "three");
+  EXPECT_EQ(RaisedBy([&] { SavePdfFile(file.doc, path); }), kErrorWriteFile);
+  EXPECT_EQ(ReadFile(path), others);
   EXPECT_EQ(FileCount(folder), 1);
 }
 

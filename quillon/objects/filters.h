@@ -12,7 +12,9 @@ namespace quillon::objects {
 // ask for far more, and each of a chain of filters holds its input and its output.
 inline constexpr std::size_t kMaxDecodedBytes = std::size_t{96} << 20;
 
-std::string DecodeFlate(std::string_view data, std::size_t limit = kMaxDecodedBytes);
+// Data that are cut off decode to what is there; *cutOff, which may be null, then becomes true.
+std::string DecodeFlate(std::string_view data, std::size_t limit = kMaxDecodedBytes,
+                        bool* cutOff = nullptr);
 std::string DecodeLzw(std::string_view data, bool earlyChange);
 std::string DecodeAsciiHex(std::string_view data);
 std::string DecodeAscii85(std::string_view data);

@@ -48,7 +48,7 @@ Bytef* ZlibBytes(std::string_view data) {
 
 }  // namespace
 
-std::string DecodeFlate(std::string_view data, std::size_t limit) {
+std::string DecodeFlate(std::string_view data, std::size_t limit, bool* cutOff) {
   if (data.size() > std::numeric_limits<uInt>::max()) FailDecoding("A stream is too long");
   Inflater inflater;
   inflater.state.next_in = ZlibBytes(data);
@@ -70,6 +70,7 @@ std::string DecodeFlate(std::string_view data, std::size_t limit) {
   }
   // Z_BUF_ERROR: the input ended before the checksum, as in streams cut by their own producers.
   if (result != Z_STREAM_END && result != Z_BUF_ERROR) FailDecoding("Deflated data are damaged");
+  if (cutOff != nullptr && result == Z_BUF_ERROR) *cutOff = true;
   out.resize(size);
   return out;
 }

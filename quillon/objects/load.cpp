@@ -20,6 +20,11 @@ struct LoadingMark {
   LoadingMark& operator=(const LoadingMark&) = delete;
 };
 
+// What stands in the file is not copied into the next one.
+void MarkMended(Document& doc, std::uint32_t number) {
+  if (ObjectSlot* slot = FindSlot(doc.objects, number)) slot->mended = true;
+}
+
 // Past the end of the line that the keyword "stream" stands on. A lone CR is what some producers
 // write; it is taken as the line end.
 const char* DataStart(const Cursor& afterKeyword) {
@@ -30,10 +35,16 @@ const char* DataStart(const Cursor& afterKeyword) {
 }
 
 Value MakeStream(Document& doc, Cursor& cursor, const Value& dict, std::uint32_t parent) {
+  const char* start = DataStart(cursor);
+  if (start == cursor.at || start[-1] != '\n') {
+    Warn(doc, "The data of a stream do not start on a line of their own.", cursor.object,
+         OffsetOf(cursor));
+    MarkMended(doc, cursor.object);
+  }
   const std::uint32_t number = NewCell(doc.cells, CellKind::kStream);
   Cell& cell = CellAt(doc.cells, number);
   auto* body = AllocateArray<StreamBody>(doc.pool, 1);
-  *body = StreamBody{DataStart(cursor), 0, false, false};
+  *body = StreamBody{start, 0, false, false};
   cell.parent = parent;
   cell.capacity = dict.payload;
   cell.data = body;
@@ -170,11 +181,6 @@ Value ParseIfReadable(Document& doc, std::uint32_t number, ObjectSlot& slot) {
     slot.unreadable = true;
     return kNullValue;
   }
-}
-
-// What stands in the file is not copied into the next one.
-void MarkMended(Document& doc, std::uint32_t number) {
-  if (ObjectSlot* slot = FindSlot(doc.objects, number)) slot->mended = true;
 }
 
 void WarnOfMissingEnd(Document& doc, std::uint32_t number, std::uint64_t position) {

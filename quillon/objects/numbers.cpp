@@ -64,8 +64,12 @@ Digits ReadDigits(std::string_view text) {
   return digits;
 }
 
+// Longer numbers overflow what other programs read them into.
+constexpr int kMostDigits = 18;
+
 bool IsWellFormed(const Digits& digits) {
-  return digits.readWhole && digits.signs <= 1 && digits.wholeDigits + digits.decimalsSeen > 0;
+  return digits.readWhole && digits.signs <= 1 && digits.wholeDigits <= kMostDigits &&
+         digits.wholeDigits + digits.decimalsSeen > 0;
 }
 
 bool IsCanonical(std::string_view text, const Digits& digits, std::int64_t exact,

@@ -33,7 +33,11 @@ std::unique_ptr<ObjectStream> ReadObjectStream(Document& doc, std::uint32_t numb
   const std::uint32_t cell = CellOf(doc, LoadObject(doc, number), CellKind::kStream);
   if (cell == 0) FailStream(doc, number, "is no stream");
   auto stream = std::make_unique<ObjectStream>();
-  stream->bytes = DecodedBytes(doc, cell, number);
+  stream->bytes = DecodedBytes(doc, cell, number, &stream->spoiled);
+  if (stream->spoiled) {
+    Warn(doc, "The data of the object stream " + std::to_string(number) + " are cut off.", number,
+         ObjectOffset(doc, number));
+  }
   CheckKept(doc, stream->bytes.size());
   Spend(doc, stream->bytes.size());
   if (stream->bytes.size() > std::numeric_limits<std::uint32_t>::max()) {

@@ -28,29 +28,29 @@ PredictorParams PredictorOf(Document& doc, std::uint32_t params) {
           IntegerEntry(doc, params, "Columns", 1)};
 }
 
-std::string StepFlate(Document& doc, std::string_view data, std::uint32_t params) {
-  return UndoPredictor(DecodeFlate(data), PredictorOf(doc, params));
+std::string StepFlate(Document& doc, std::string_view data, std::uint32_t params, bool* cutOff) {
+  return UndoPredictor(DecodeFlate(data, kMaxDecodedBytes, cutOff), PredictorOf(doc, params));
 }
 
-std::string StepLzw(Document& doc, std::string_view data, std::uint32_t params) {
+std::string StepLzw(Document& doc, std::string_view data, std::uint32_t params, bool*) {
   const bool early = params == 0 || IntegerEntry(doc, params, "EarlyChange", 1) != 0;
   return UndoPredictor(DecodeLzw(data, early), PredictorOf(doc, params));
 }
 
 template <std::string (*Decode)(std::string_view)>
-std::string StepPlain(Document&, std::string_view data, std::uint32_t) {
+std::string StepPlain(Document&, std::string_view data, std::uint32_t, bool*) {
   return Decode(data);
 }
 
 // A document without encryption of its own has nothing to undo for Crypt.
-std::string StepIdentity(Document&, std::string_view data, std::uint32_t) {
+std::string StepIdentity(Document&, std::string_view data, std::uint32_t, bool*) {
   return std::string(data);
 }
 
 struct Filter {
   std::string_view name;
   std::string_view shortName;  // allowed in inline images, found in streams
-  std::string (*decode)(Document& doc, std::string_view data, std::uint32_t params);
+  std::string (*decode)(Document& doc, std::string_view data, std::uint32_t params, bool* cutOff);
   std::string (*encode)(std::string_view data);  // null: cannot be written
 };
 constexpr std::array<Filter, 6> kFilters = {{
@@ -98,8 +98,8 @@ std::vector<DecodingStep> StepsOf(Document& doc, std::uint32_t dict) {
   return steps;
 }
 
-std::string RunSteps(Document& doc, std::string_view stored,
-                     const std::vector<DecodingStep>& steps) {
+std::string RunSteps(Document& doc, std::string_view stored, const std::vector<DecodingStep>& steps,
+                     bool* cutOff) {
   if (steps.empty()) return std::string(stored);
   std::string bytes;
   std::string_view input = stored;
@@ -108,7 +108,7 @@ std::string RunSteps(Document& doc, std::string_view stored,
     if (filter == nullptr) {
       FailDecoding("The filter " + std::string(step.filter) + " cannot be undone here");
     }
-    bytes = filter->decode(doc, input, step.params);
+    bytes = filter->decode(doc, input, step.params, cutOff);
     input = bytes;
   }
   return bytes;
@@ -149,10 +149,11 @@ std::string Encoded(Document& doc, std::string_view bytes, std::uint32_t dict) {
 
 }  // namespace
 
-std::string DecodedBytes(Document& doc, std::uint32_t streamCell, std::uint32_t number) {
+std::string DecodedBytes(Document& doc, std::uint32_t streamCell, std::uint32_t number,
+                         bool* cutOff) {
   const std::string_view stored = StoredBytes(doc, streamCell, number);
   try {
-    return RunSteps(doc, stored, StepsOf(doc, CellAt(doc.cells, streamCell).capacity));
+    return RunSteps(doc, stored, StepsOf(doc, CellAt(doc.cells, streamCell).capacity), cutOff);
   } catch (const HostFailure& failure) {
     if (failure.code != kErrorBadStream || failure.objectNumber != 0) throw;
     Fail(failure.code,

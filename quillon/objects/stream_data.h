@@ -11,7 +11,9 @@ namespace quillon::objects {
 
 // All filters undone. `number` is the stream's object number, for errors. Throws HostFailure
 // (kErrorBadStream), also for filters that make images (DCTDecode ...).
-std::string DecodedBytes(Document& doc, std::uint32_t streamCell, std::uint32_t number);
+// *cutOff, which may be null, becomes true when deflated data end too early.
+std::string DecodedBytes(Document& doc, std::uint32_t streamCell, std::uint32_t number,
+                         bool* cutOff = nullptr);
 
 // The same for what somebody reads: a value, an appearance. Throws also when it is more than
 // anybody wrote, and when that happens too often (limits.h).

@@ -166,8 +166,10 @@ void FindSpoiledStreams(Document& doc) {
     const ObjectSlot* slot = FindSlot(doc.objects, number);
     if (slot->state != SlotState::kCompressed || slot->changed) continue;
     if (!ObjectText(doc, number).empty()) continue;
-    const auto stream = doc.objectStreams.find(ContainerOf(*slot));
-    if (stream != doc.objectStreams.end()) stream->second->spoiled = true;
+    std::unique_ptr<ObjectStream>& stream = doc.objectStreams[ContainerOf(*slot)];
+    // One that cannot be read has no members any more.
+    if (!stream) stream = std::make_unique<ObjectStream>();
+    stream->spoiled = true;
   }
 }
 

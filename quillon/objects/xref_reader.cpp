@@ -49,9 +49,10 @@ std::uint64_t StartPosition(const Document& doc) {
 }
 
 void ReadHybridPart(Document& doc, const XrefSection& table, Reading* reading) {
+  if (EntryValue(doc, table.dict, "XRefStm") == kNullValue) return;
   const std::int32_t position = IntegerEntry(doc, table.dict, "XRefStm", 0);
   if (position <= 0 || !reading->positions.insert(static_cast<std::uint64_t>(position)).second) {
-    return;
+    FailXref(doc, table.position, "The hidden cross-references have no place");
   }
   XrefSection hidden{static_cast<std::uint64_t>(position), 0, 0};
   ReadXrefStream(doc, &hidden);

@@ -71,7 +71,9 @@ void EnterFields(Document& doc, const XrefSection& section, std::uint64_t number
 void EnterEntries(Document& doc, const XrefSection& section, const FieldWidths& widths,
                   std::string_view bytes) {
   std::vector<std::int32_t> index = IntegersOf(doc, EntryValue(doc, section.dict, "Index"));
-  if (index.empty()) index = {0, IntegerEntry(doc, section.dict, "Size", 0)};
+  if (EntryValue(doc, section.dict, "Index") == kNullValue) {
+    index = {0, IntegerEntry(doc, section.dict, "Size", 0)};
+  }
   const char* at = bytes.data();
   const char* end = at + bytes.size();
   const auto length = static_cast<std::ptrdiff_t>(widths[0] + widths[1] + widths[2]);

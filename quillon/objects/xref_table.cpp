@@ -70,7 +70,9 @@ void ReadSubsection(Document& doc, Cursor& cursor, std::uint64_t first, std::uin
       FailAt(cursor, "A cross-reference table has an entry that cannot be read");
     }
     // Some producers count from 1 although their first entry is that of object 0.
-    if (i == 0 && first == 1 && !entry.inUse && entry.generation == 0xFFFF) first = 0;
+    if (i == 0 && first == 1 && !entry.inUse && entry.generation == 0xFFFF) {
+      FailAt(cursor, "A cross-reference table counts from 1 instead of 0");
+    }
     EnterEntry(doc, first + i, entry, freed);
   }
 }

@@ -46,6 +46,8 @@ TEST(Repair, LastOfTwoEntriesCountsAndIsWrittenAlone) {
 }
 
 TEST(Repair, WhatFollowsAnObjectAndIsNoneOfItIsNotWritten) {
+  const OpenedDocument lone(FileWithTwo("<</Length 3>>\nstream\rabc\nendstream", ""));
+  EXPECT_NE(SavedAfterChange(lone.doc).find("stream\nabc\nendstream"), std::string::npos);
   const OpenedDocument file(FileWithTwo("<</Length 3>>\nabc\nendstream", ""));
   EXPECT_EQ(objects::TypeOf(file.At(3)), ObjectKind::kDict);
   EXPECT_EQ(objects::TypeOf(file.At(4)), ObjectKind::kNull);

@@ -111,13 +111,13 @@ TEST(Unlisted, GenerationsThatDifferMeanWhatReferencesSay) {
 }
 
 // An object stream 4 that says it has `count` objects, at `index` the string of object 3.
-std::string FileWithMember(int count, int index) {
+std::string FileWithMember(int count, int index, std::size_t stream = 4) {
   FileText file = CatalogAndPages("/Entry 3 0 R");
   const std::string members = "5 0 3 4 (no)(yes)";
   file.Stream(4, "/Type/ObjStm/First 8/N " + std::to_string(count), members);
   const std::size_t start = file.bytes.size();
   const std::string fields = XrefFields(0, 0, 255) + XrefFields(1, file.offsets[1], 0) +
-                             XrefFields(1, file.offsets[2], 0) + XrefFields(2, 4, index) +
+                             XrefFields(1, file.offsets[2], 0) + XrefFields(2, stream, index) +
                              XrefFields(1, file.offsets[4], 0) + XrefFields(2, 4, 0) +
                              XrefFields(1, start, 0);
   file.Stream(6, "/Type/XRef/W[1 2 1]/Size 7/Root 1 0 R", fields);
@@ -134,6 +134,15 @@ TEST(Unlisted, MembersOfObjectStreamsAreFoundByNumber) {
     SCOPED_TRACE(count);
     ExpectInBoth(FileWithMember(count, index), isRight);
   }
+}
+
+TEST(Unlisted, AMemberOfNoObjectStreamIsLeftOut) {
+  const OpenedDocument file(FileWithMember(2, 1, 2));
+  PutText(file.doc, file.At(2), "T", "changed");
+  const OpenedDocument again(PdfToBytes(file.doc));
+  EXPECT_TRUE(Tells(file.doc, "is no stream"));
+  EXPECT_EQ(objects::TypeOf(Get(again.Root(), "Entry")), ObjectKind::kNull);
+  EXPECT_TRUE(PdfWarnings(again.doc).empty());
 }
 
 }  // namespace

@@ -66,10 +66,10 @@ int RunFill(const FillArguments& arguments) {
   CheckSignatures(opened.doc, {arguments.append, arguments.force});
   CallForms(&FormsTable::LoadAllFields, opened.doc);
   const FillPlan plan = PlanFills(opened.doc, input, arguments.force);
-  if (!plan.problems.empty()) return FailWith(arguments.file, plan.problems);
+  if (!plan.problems.empty()) return FailDocument(arguments.file, opened.doc, plan.problems);
   std::vector<std::string> warnings;
   const std::vector<std::string> refused = SetValues(opened.doc, plan.fills, &warnings);
-  if (!refused.empty()) return FailWith(arguments.file, refused);
+  if (!refused.empty()) return FailDocument(arguments.file, opened.doc, refused);
   WriteDocument(opened.view, arguments.inPlace ? arguments.file : arguments.output,
                 {arguments.append, arguments.force});
   WarnOfPasswords(plan.fills, &warnings);

@@ -90,11 +90,10 @@ std::vector<std::string> ImportFile(const ImportArguments& arguments, const std:
   return problems;
 }
 
-int FailWith(const ImportArguments& arguments, const std::string& data,
-             const std::vector<std::string>& problems) {
+int FailImport(const ImportArguments& arguments, DocHandle doc, const std::string& data,
+               const std::vector<std::string>& problems) {
   for (const std::string& problem : problems) PrintError(data, problem);
-  PrintError(arguments.file, "nothing was written");
-  return kExitError;
+  return FailDocument(arguments.file, doc, {});
 }
 
 }  // namespace
@@ -107,7 +106,7 @@ int RunImport(const ImportArguments& arguments) {
   ImportedFills imported;
   for (const std::string& data : arguments.data) {
     const std::vector<std::string> problems = ImportFile(arguments, data, opened.doc, &imported);
-    if (!problems.empty()) return FailWith(arguments, data, problems);
+    if (!problems.empty()) return FailImport(arguments, opened.doc, data, problems);
   }
   WriteDocument(opened.view, arguments.output, {arguments.append, arguments.force});
   WarnOfPasswords(imported.fills, &imported.warnings);

@@ -69,7 +69,7 @@ int RunReset(const ResetArguments& arguments) {
     if (!found[i]) problems.push_back(ProblemWithName(opened.doc, arguments.names[i]));
   }
   if (problems.empty()) problems = ResetEach(fields);
-  if (!problems.empty()) return FailWith(arguments.file, problems);
+  if (!problems.empty()) return FailDocument(arguments.file, opened.doc, problems);
   WriteDocument(opened.view, arguments.output, {arguments.append, arguments.force});
   return FinishDocument(arguments.file, opened.doc);
 }

@@ -158,10 +158,10 @@ int RunSubmit(const SubmitArguments& arguments) {
   CallForms(&FormsTable::LoadAllFields, doc);
   const ActionHandle action = FindSubmitAction(doc, arguments.button);
   const FillPlan plan = PlanFills(doc, input, false);
-  if (!plan.problems.empty()) return FailWith(arguments.url, plan.problems, kNothingSent);
+  if (!plan.problems.empty()) return FailDocument(arguments.url, doc, plan.problems, kNothingSent);
   std::vector<std::string> warnings;
   const std::vector<std::string> refused = SetValues(doc, plan.fills, &warnings);
-  if (!refused.empty()) return FailWith(arguments.url, refused, kNothingSent);
+  if (!refused.empty()) return FailDocument(arguments.url, doc, refused, kNothingSent);
 
   const std::string problem = PressButton(action, view, &traffic, &warnings);
   if (!problem.empty()) {

@@ -126,6 +126,12 @@ std::vector<std::string> FileWarnings(DocHandle doc) {
 
 std::vector<std::string> PlugInWarnings() { return collected; }
 
+ExitStatus FailDocument(const std::string& file, DocHandle doc,
+                        const std::vector<std::string>& problems, std::string_view outcome) {
+  FinishWith(file, FileWarnings(doc));
+  return FailWith(file, problems, outcome);
+}
+
 ExitStatus FinishDocument(const std::string& file, DocHandle doc,
                           const std::vector<std::string>& own) {
   std::vector<std::string> warnings = FileWarnings(doc);

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "quillon/app/console.h"
@@ -35,6 +36,12 @@ std::vector<std::string> FileWarnings(DocHandle doc);
 
 // What plug-ins failed in so far, start-up included, where the host goes on without them.
 std::vector<std::string> PlugInWarnings();
+
+// Ends a command that writes nothing: prints what is wrong with the file, which may be why, then
+// the problems and what therefore did not happen; answers the exit status.
+ExitStatus FailDocument(const std::string& file, DocHandle doc,
+                        const std::vector<std::string>& problems,
+                        std::string_view outcome = "nothing was written");
 
 // Ends a command that is done: prints the warnings of the file, the command's own, then those of
 // plug-ins; answers the exit status.

@@ -191,6 +191,13 @@ Damage Update(const Words& words, const std::string& key, const std::string& ent
   };
 }
 
+bool UpdateCutOff(std::string& file) {
+  const std::size_t before = file.size();
+  if (!Update(kField, "V", "/V (half a value)")(file)) return false;
+  file.resize(file.find("(half a", before) + 7);
+  return true;
+}
+
 }  // namespace
 
 const std::vector<DamageWay>& DamageWays() {
@@ -215,6 +222,8 @@ const std::vector<DamageWay>& DamageWays() {
       {"one-offset-wrong", "the offset of a widget is another",
        TableLine(kWidget, 0, "0000000042")},
       {"listed-as-free", "the page is listed as free", TableLine(kPage, 17, "f")},
+      {"generation-elsewhere", "the generation of a widget is another in the table",
+       TableLine(kWidget, 11, "00003")},
       {"root-elsewhere", "Root names object 0", NumberBehind("/Root", "0")},
       {"prev-circle", "Prev names the section that it stands in", PreviousInACircle},
       {"unknown-encryption", "encrypted by a handler that nobody knows", UnknownEncryption},
@@ -251,6 +260,12 @@ const std::vector<DamageWay>& DamageWays() {
       {"rect-no-rectangle", "a widget's Rect is a string", Update(kField, "Rect", "/Rect (none)")},
       {"fields-nonsense", "Fields lists null, a number, nothing, and all twice",
        Update(kForm, "Fields", "/Fields [null 5 (x) 99999 0 R @items @items]")},
+      {"word-unknown", "an entry's value is a word that is no object",
+       Update(kField, "Odd", "/Odd True")},
+      {"string-open", "an entry's text has a parenthesis too many",
+       Update(kField, "TU", "/TU (one (two)")},
+      {"value-missing", "an entry's value is missing", Update(kField, "Odd", "/Odd")},
+      {"update-cut-off", "an update of a field is cut off inside it", UpdateCutOff},
       {"actions-circle", "an action is its own Next",
        Update(kField, "A", "/A @new", "<< /S /Hide /T (nobody) /Next @new>>")},
   };

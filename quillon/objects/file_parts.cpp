@@ -37,13 +37,35 @@ bool IsAt(std::string_view text, std::size_t at, std::string_view word) {
   return text.compare(at, word.size(), word) == 0;
 }
 
-// Where the data of a stream end by a direct Length in `dict`; npos when that leads nowhere.
+// The entry Length, not Length1 and the like; npos when there is none.
+std::size_t FindLength(std::string_view dict) {
+  constexpr std::string_view kKey = "/Length";
+  std::size_t key = dict.rfind(kKey);
+  while (key != std::string_view::npos && key != 0 && key + kKey.size() < dict.size() &&
+         IsRegular(dict[key + kKey.size()])) {
+    key = dict.rfind(kKey, key - 1);
+  }
+  return key == std::string_view::npos ? key : key + kKey.size();
+}
+
+// A number, or the object of the file that holds it.
+std::optional<std::uint64_t> TakeLength(const Document& doc, Cursor cursor) {
+  const auto number = TakeUnsigned(cursor);
+  if (!number || !TakeUnsigned(cursor) || !TakeKeyword(cursor, "R")) return number;
+  const ObjectSlot* slot = FindSlot(doc.objects, static_cast<std::uint32_t>(*number));
+  if (slot == nullptr || slot->state != SlotState::kInFile) return std::nullopt;
+  Cursor holder = CursorAt(doc, slot->position, 0);
+  std::uint16_t generation = 0;
+  if (TakeObjectHeader(holder, &generation) != *number) return std::nullopt;
+  return TakeUnsigned(holder);
+}
+
+// Where the data of a stream end by the Length in `dict`; npos when that leads nowhere.
 std::size_t DataEndByLength(const Document& doc, std::string_view dict, std::size_t data) {
-  const std::size_t key = dict.rfind("/Length");
-  if (key == std::string_view::npos) return key;
-  Cursor cursor =
-      CursorAt(doc, static_cast<std::size_t>(dict.data() - doc.text.data()) + key + 7, 0);
-  const auto length = TakeUnsigned(cursor);
+  const std::size_t place = FindLength(dict);
+  if (place == std::string_view::npos) return place;
+  const auto start = static_cast<std::size_t>(dict.data() - doc.text.data());
+  const auto length = TakeLength(doc, CursorAt(doc, start + place, 0));
   if (!length || *length > doc.text.size() - data) return std::string_view::npos;
   const std::size_t after = data + static_cast<std::size_t>(*length);
   return EndStreamFollows(doc, after) ? after : std::string_view::npos;

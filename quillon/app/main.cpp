@@ -37,7 +37,7 @@ void AddSignedOptions(CLI::App* command, bool* append, bool* force, const char* 
                     "Write the changes behind the file's own bytes, so that what was signed stays");
 }
 
-constexpr const char* kForceSigned = "Write signed documents anew";
+constexpr const char* kForceSigned = "Write signed documents, whatever becomes of their signatures";
 
 void AddFieldsCommand(CLI::App* program, Arguments* arguments) {
   CLI::App* command = program->add_subcommand(
@@ -66,7 +66,8 @@ void AddFillCommand(CLI::App* program, Arguments* arguments) {
       ->check(CLI::Range(1u, 256u))
       ->needs(records);
   AddSignedOptions(command, &fill.append, &fill.force,
-                   "Fill read-only fields too, and write signed documents anew");
+                   "Fill read-only fields too, and write signed documents, whatever becomes of "
+                   "their signatures");
   command->callback([&fill] {
     const bool values = !fill.assignments.empty() || !fill.valuesFile.empty();
     if (!fill.records.empty() && (values || fill.inPlace || fill.file == kStandardStream)) {

@@ -47,8 +47,8 @@ FileIds IdsFor(Document& doc) {
   if (!doc.isPdf) return {};
   const std::string permanent = FirstFileId(doc, doc.trailer);
   // Its key was made without an ID and would be another one with it.
-  if (permanent.empty() && doc.protection && doc.protection->key.size() < kIndependentKey)
-    return {};
+  const bool takesId = doc.protection && doc.protection->key.size() < kIndependentKey;
+  if (permanent.empty() && takesId) return {};
   const std::string fresh = RandomId();
   // A file that never had an ID gets the same one twice: nothing was changed under it.
   return {permanent.empty() ? fresh : permanent, fresh};
@@ -165,7 +165,8 @@ void FindSpoiledStreams(Document& doc) {
   for (const std::uint32_t number : SlotNumbers(doc.objects)) {
     const ObjectSlot* slot = FindSlot(doc.objects, number);
     if (slot->state != SlotState::kCompressed || slot->changed) continue;
-    if (!ObjectText(doc, number).empty()) continue;
+    // Reading it may have had the file scanned, and the object found elsewhere.
+    if (!ObjectText(doc, number).empty() || slot->state != SlotState::kCompressed) continue;
     std::unique_ptr<ObjectStream>& stream = doc.objectStreams[ContainerOf(*slot)];
     // One that cannot be read has no members any more.
     if (!stream) stream = std::make_unique<ObjectStream>();

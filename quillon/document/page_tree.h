@@ -40,7 +40,7 @@ struct PageTree {
   std::vector<std::uint32_t> path;            // the open nodes, the innermost last
   std::unordered_set<std::uint32_t> entered;  // object numbers of nodes
   std::vector<TreePage> pages;
-  int copies = 0;  // pages listed again
+  int copies = 0;                                             // pages listed again
   std::unordered_map<std::uint32_t, std::uint32_t> numberOf;  // object number -> first page with it
 };
 

@@ -10,9 +10,10 @@
 
 namespace quillon {
 
-// The bytes of a document whose only page is page `page` (counted from 0) of the open one, flat: its
-// content, then each appearance with its matrix. It has no more than is drawn: a form made to hurt
-// keeps a library busy that has no bounds of ours. It is not encrypted, so it must not reach a disk.
+// The bytes of a document whose only page is page `page` (counted from 0) of the open one, flat:
+// its content, then each appearance with its matrix. It has no more than is drawn: a form made to
+// hurt keeps a library busy that has no bounds of ours. It is not encrypted, so it must not reach a
+// disk.
 std::string FlatPageDocument(DocHandle doc, std::uint32_t page,
                              const std::vector<DrawnAppearance>& appearances);
 

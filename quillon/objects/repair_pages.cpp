@@ -6,6 +6,7 @@
 #include "quillon/objects/dictionary.h"
 #include "quillon/objects/load.h"
 #include "quillon/objects/page_parts.h"
+#include "quillon/objects/repair_lists.h"
 
 namespace quillon::objects {
 namespace {
@@ -68,42 +69,18 @@ std::uint32_t DictAt(Document& doc, const Value& value) {
   }
 }
 
-// Why an annotation does not stay in its page's list; null when it does.
-const char* Misplaced(Document& doc, const Value& annot, std::unordered_set<std::uint32_t>* met) {
-  if (DictAt(doc, annot) == 0) return "An entry of a page's annotations was none.";
-  const bool again = annot.tag == ValueTag::kReference && !met->insert(annot.payload).second;
-  return again ? "An annotation was listed twice on its page." : nullptr;
-}
-
 void RepairAnnots(Document& doc, std::uint32_t page, std::uint32_t dict) {
   const Value entry = EntryValue(doc, dict, "Annots");
   if (entry == kNullValue) return;
-  std::uint32_t array = 0;
-  try {
-    array = CellOf(doc, entry, CellKind::kArray);
-  } catch (const HostFailure& failure) {
-    if (failure.code == kErrorBadFile) throw;
-    Warn(doc, failure.what(), failure.objectNumber, failure.offset);
+  const std::uint32_t array = CellOf(doc, entry, CellKind::kArray);
+  if (array != 0) {
+    return RepairList(doc, array, page,
+                      {"An entry of a page's annotations was none.",
+                       "An annotation was listed twice on its page."});
   }
-  if (array == 0) {
-    Tell(doc, page, "A page's list of annotations was none.");
-    RemoveEntry(doc, dict, NameFromText(doc, "Annots"));
-    return MarkCellChanged(doc, dict);
-  }
-  std::unordered_set<std::uint32_t> met;
-  Cell& cell = CellAt(doc.cells, array);
-  std::uint32_t kept = 0;
-  for (std::uint32_t i = 0; i < cell.size; ++i) {
-    const Value annot = ElementsOf(cell)[i];
-    if (const char* reason = Misplaced(doc, annot, &met)) {
-      Tell(doc, page, reason);
-    } else {
-      ElementsOf(cell)[kept++] = annot;
-    }
-  }
-  if (kept == cell.size) return;
-  cell.size = kept;
-  MarkCellChanged(doc, array);
+  Tell(doc, page, "A page's list of annotations was none.");
+  RemoveEntry(doc, dict, NameFromText(doc, "Annots"));
+  MarkCellChanged(doc, dict);
 }
 
 void RepairPage(Document& doc, std::uint32_t number, std::uint32_t dict, std::uint32_t parent) {

@@ -10,6 +10,7 @@
 #include "quillon/objects/limits.h"
 #include "quillon/objects/load.h"
 #include "quillon/objects/numbers.h"
+#include "quillon/objects/repair_lists.h"
 #include "quillon/objects/repair_pages.h"
 #include "quillon/objects/security_handler.h"
 #include "quillon/objects/serializer.h"
@@ -267,6 +268,7 @@ FileIds WriteDocument(Document& doc, const std::string& header, Output& out) {
   }
   StartSpendingAnew(doc);
   RepairPages(doc);
+  RepairFields(doc);
   AdoptNamedObjects(doc);
   if (doc.xrefStream) FindSpoiledStreams(doc);
   FileIds ids = IdsFor(doc);
@@ -286,6 +288,7 @@ FileIds WriteUpdate(Document& doc, Output& out) {
   StartSpendingAnew(doc);
   CheckCanAppend(doc);
   RepairPages(doc);
+  RepairFields(doc);
   AdoptNamedObjects(doc);
   // Offsets count from the header on.
   out.pass(doc.source.bytes);

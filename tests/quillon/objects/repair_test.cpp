@@ -96,6 +96,21 @@ TEST(Repair, AnObjectThatCannotBeReadIsNullAndNotLostInTheOnlyCopy) {
   EXPECT_EQ(RaisedBy([&] { PdfToBytes(file.doc, options); }), kErrorBadObject);
 }
 
+TEST(Repair, ListsOfFieldsKeepFieldsOnly) {
+  FileText text;
+  text.Object(1, "<</Type/Catalog/Pages 2 0 R/QuillForm<</Fields[null 3 0 R 7(x)3 0 R 9 0 R]>>>>");
+  text.Object(2, "<</Type/Pages/Kids[]/Count 0>>");
+  text.Object(3, "<</T(a)/Kids[4 0 R 4 0 R 3 0 R[]]>>");
+  text.Object(4, "<</Parent 3 0 R>>");
+  text.Table("/Size 5/Root 1 0 R");
+  const OpenedDocument file(text.bytes);
+  const std::string saved = SavedAfterChange(file.doc);
+  EXPECT_TRUE(Tells(file.doc, "no field", 1));
+  EXPECT_TRUE(Tells(file.doc, "listed twice", 3));
+  EXPECT_NE(saved.find("/Fields[3 0 R]"), std::string::npos);
+  EXPECT_NE(saved.find("/Kids[4 0 R 3 0 R]"), std::string::npos) << "whoever reads it ends circles";
+}
+
 TEST(Repair, WarningsAreToldOnceAndNotWithoutEnd) {
   FileText text;
   text.Object(1, "<</Type/Catalog>>");

@@ -14,6 +14,8 @@ constexpr ListFaults kFieldFaults = {"An entry of the field tree was no field; i
 
 const char* FaultOf(Document& doc, const Value& entry, const ListFaults& faults,
                     std::unordered_set<std::uint32_t>* met) {
+  // An array may hold what was meant to stand in this one.
+  if (CellOf(doc, entry, CellKind::kArray) != 0) return nullptr;
   if (CellOf(doc, entry, CellKind::kDict) == 0) return faults.none;
   const bool again = entry.tag == ValueTag::kReference && !met->insert(entry.payload).second;
   return again ? faults.twice : nullptr;
@@ -30,6 +32,7 @@ void PushKids(Document& doc, const FieldList& list, std::unordered_set<std::uint
   for (std::uint32_t i = 0; i < fields.size; ++i) {
     const Value field = ElementsOf(fields)[i];
     const std::uint32_t dict = CellOf(doc, field, CellKind::kDict);
+    if (dict == 0) continue;
     const std::uint32_t kids = CellOf(doc, EntryValue(doc, dict, "Kids"), CellKind::kArray);
     const bool indirect = field.tag == ValueTag::kReference;
     if (kids != 0 && entered->insert(kids).second) {

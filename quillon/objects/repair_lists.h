@@ -9,7 +9,7 @@
 namespace quillon::objects {
 
 struct ListFaults {
-  const char* none;   // what to tell of an entry that is no dictionary
+  const char* none;   // what to tell of an entry that is no dictionary, nor an array of some
   const char* twice;  // ... and of one that the list has already
 };
 

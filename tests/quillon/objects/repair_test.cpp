@@ -100,7 +100,7 @@ TEST(Repair, ListsOfFieldsKeepFieldsOnly) {
   FileText text;
   text.Object(1, "<</Type/Catalog/Pages 2 0 R/QuillForm<</Fields[null 3 0 R 7(x)3 0 R 9 0 R]>>>>");
   text.Object(2, "<</Type/Pages/Kids[]/Count 0>>");
-  text.Object(3, "<</T(a)/Kids[4 0 R 4 0 R 3 0 R[]]>>");
+  text.Object(3, "<</T(a)/Kids[4 0 R 4 0 R 3 0 R 8]>>");
   text.Object(4, "<</Parent 3 0 R>>");
   text.Table("/Size 5/Root 1 0 R");
   const OpenedDocument file(text.bytes);

@@ -10,9 +10,13 @@ namespace quillon::app {
 
 struct VisitedField {
   ObjectHandle dict;
-  std::string name;  // full, UTF-8; that of the field above for one without a name of its own
-  bool signature;    // by its own type or an inherited one
+  bool signature;             // by its own type or an inherited one
+  const VisitedField* above;  // the field that lists it, null at the top; as long as the walk lasts
 };
+
+// Its full name, UTF-8, with nothing for a field that has no name of its own. Empty when it is
+// longer than names of fields can be.
+std::string FullNameOf(const VisitedField& field);
 
 // Visits each field of the form once, parents first. What is wrong with the tree becomes warnings
 // of the document.

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <string>
+#include <unordered_set>
 #include <vector>
 
 #include "sdk/types.h"
@@ -11,9 +12,9 @@ namespace quillon::app {
 
 // Fields that must keep their values.
 struct FieldLock {
-  std::string signer;              // full name of the signature field
-  bool allOthers;                  // all fields but those named, and not those named
-  std::vector<std::string> names;  // full names of fields and of groups of them
+  std::string signer;                     // full name of the signature field
+  bool allOthers;                         // all fields but those named, and not those named
+  std::unordered_set<std::string> names;  // full names of fields and of groups of them
 };
 
 struct SignatureRules {
@@ -27,6 +28,7 @@ struct SignatureRules {
 };
 
 // Walks the field tree, whose faults become warnings of the document, and the pages' annotations.
+// Throws HostFailure (kErrorBadFile) when that takes too long.
 SignatureRules RulesOfSignatures(DocHandle doc);
 
 // Throws HostFailure when the value of a field that a signature locks differs from the file's.
